@@ -1,0 +1,19 @@
+#include "DisplayedRoyalty.h"
+
+#include "RawValueLookup.h"
+
+std::optional<DisplayedRoyalty> DisplayedRoyalty::fromRawValue(QStringView raw)
+{
+    return caseWithRawValue(allCases(), raw);
+}
+
+QString DisplayedRoyalty::rawValue() const
+{
+    switch (m_case) {
+    case gross:
+        return QStringLiteral("Gross royalties");
+    case net:
+        return QStringLiteral("Net royalties");
+    }
+    Q_UNREACHABLE();
+}

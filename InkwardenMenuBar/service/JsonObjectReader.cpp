@@ -1,0 +1,141 @@
+#include "JsonObjectReader.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+
+namespace {
+
+// QJsonValue keeps integers written without a fraction or exponent exactly (beyond 2^53 too) and
+// converts an integral double that fits into 64 bits; anything else falls back to the default.
+// Two different defaults therefore tell a real integer from a fallback.
+std::optional<qint64> exactInteger(const QJsonValue &value)
+{
+    if (!value.isDouble()) {
+        return std::nullopt;
+    }
+    const qint64 integer = value.toInteger(0);
+    if (integer != value.toInteger(1)) {
+        return std::nullopt;
+    }
+    return integer;
+}
+
+} // namespace
+
+JsonObjectReader::JsonObjectReader(QJsonObject object)
+    : m_object(std::move(object))
+{
+}
+
+std::optional<QJsonValue> JsonObjectReader::presentValue(QLatin1String key) const
+{
+    const QJsonValue value = m_object.value(key);
+    if (value.isUndefined() || value.isNull()) {
+        return std::nullopt;
+    }
+    return value;
+}
+
+std::optional<QJsonObject> JsonObjectReader::parseObject(const QByteArray &json)
+{
+    QJsonParseError error{};
+    const QJsonDocument document = QJsonDocument::fromJson(json, &error);
+    if (error.error != QJsonParseError::NoError || !document.isObject()) {
+        return std::nullopt;
+    }
+    return document.object();
+}
+
+std::optional<QString> JsonObjectReader::optionalString(QLatin1String key)
+{
+    const std::optional<QJsonValue> value = presentValue(key);
+    if (!value) {
+        return std::nullopt;
+    }
+    if (!value->isString()) {
+        fail();
+        return std::nullopt;
+    }
+    return value->toString();
+}
+
+std::optional<double> JsonObjectReader::optionalDouble(QLatin1String key)
+{
+    const std::optional<QJsonValue> value = presentValue(key);
+    if (!value) {
+        return std::nullopt;
+    }
+    if (!value->isDouble()) {
+        fail();
+        return std::nullopt;
+    }
+    return value->toDouble();
+}
+
+std::optional<qint64> JsonObjectReader::optionalInteger(QLatin1String key)
+{
+    const std::optional<QJsonValue> value = presentValue(key);
+    if (!value) {
+        return std::nullopt;
+    }
+    const std::optional<qint64> integer = exactInteger(*value);
+    if (!integer) {
+        fail();
+    }
+    return integer;
+}
+
+std::optional<QMap<QString, qint64>> JsonObjectReader::optionalIntegerMap(QLatin1String key)
+{
+    const std::optional<QJsonValue> value = presentValue(key);
+    if (!value) {
+        return std::nullopt;
+    }
+    if (!value->isObject()) {
+        fail();
+        return std::nullopt;
+    }
+    QMap<QString, qint64> map;
+    const QJsonObject object = value->toObject();
+    for (auto it = object.constBegin(); it != object.constEnd(); ++it) {
+        const std::optional<qint64> integer = exactInteger(it.value());
+        if (!integer) {
+            fail();
+            return std::nullopt;
+        }
+        map.insert(it.key(), *integer);
+    }
+    return map;
+}
+
+std::optional<QMap<QString, double>> JsonObjectReader::optionalDoubleMap(QLatin1String key)
+{
+    const std::optional<QJsonValue> value = presentValue(key);
+    if (!value) {
+        return std::nullopt;
+    }
+    if (!value->isObject()) {
+        fail();
+        return std::nullopt;
+    }
+    QMap<QString, double> map;
+    const QJsonObject object = value->toObject();
+    for (auto it = object.constBegin(); it != object.constEnd(); ++it) {
+        if (!it.value().isDouble()) {
+            fail();
+            return std::nullopt;
+        }
+        map.insert(it.key(), it.value().toDouble());
+    }
+    return map;
+}
+
+QString JsonObjectReader::requiredString(QLatin1String key)
+{
+    const std::optional<QJsonValue> value = presentValue(key);
+    if (!value || !value->isString()) {
+        fail();
+        return {};
+    }
+    return value->toString();
+}
