@@ -3,12 +3,10 @@
 
 #include <QTest>
 
-class TestMoneyFormatter : public QObject
-{
+class TestMoneyFormatter : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void probe()
-    {
+    void probe() {
         for (const char *loc : {"en_US", "en_GB", "de_DE", "fr_FR", "ja_JP"}) {
             MoneyFormatter f{QLocale(QString::fromLatin1(loc))};
             for (const char *cur : {"USD", "usd", "CAD", "EUR", "GBP", "JPY", "EURO", "", "XYZ"}) {

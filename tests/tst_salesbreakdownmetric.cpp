@@ -1,4 +1,6 @@
 #include <QTest>
-class Testsalesbreakdownmetric : public QObject { Q_OBJECT };
+class Testsalesbreakdownmetric : public QObject {
+    Q_OBJECT
+};
 QTEST_GUILESS_MAIN(Testsalesbreakdownmetric)
 #include "tst_salesbreakdownmetric.moc"

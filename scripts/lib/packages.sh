@@ -1,0 +1,37 @@
+# Debian packages Inkwarden needs, and a helper that installs the missing ones.
+# Sourced by the scripts in scripts/; safe to run again: it installs only what is missing.
+
+INKWARDEN_BUILD_PACKAGES=(
+    cmake ninja-build g++ pkg-config
+    qt6-base-dev qt6-httpserver-dev
+    qcoro-qt6-dev qtkeychain-qt6-dev
+    libicu-dev tzdata
+)
+
+INKWARDEN_TEST_PACKAGES=(
+    clang clang-format libclang-rt-14-dev libbenchmark-dev
+)
+
+inkwarden_missing_packages() {
+    local package
+    for package in "$@"; do
+        if ! dpkg-query -W -f='${Status}\n' "$package" 2>/dev/null | grep -q '^install ok installed$'; then
+            printf '%s\n' "$package"
+        fi
+    done
+}
+
+inkwarden_ensure_packages() {
+    local missing
+    mapfile -t missing < <(inkwarden_missing_packages "$@")
+    if [ "${#missing[@]}" -eq 0 ]; then
+        return 0
+    fi
+    local sudo=()
+    if [ "$(id -u)" -ne 0 ]; then
+        sudo=(sudo)
+    fi
+    echo "Installing Debian packages: ${missing[*]}"
+    "${sudo[@]}" apt-get update -qq
+    DEBIAN_FRONTEND=noninteractive "${sudo[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}"
+}

@@ -1,0 +1,13 @@
+#!/usr/bin/env bash
+# Installs what the tests need, builds Inkwarden with AddressSanitizer and UndefinedBehaviorSanitizer,
+# runs a short fuzzing smoke run and then every test through CTest.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+source scripts/lib/packages.sh
+
+inkwarden_ensure_packages "${INKWARDEN_BUILD_PACKAGES[@]}" "${INKWARDEN_TEST_PACKAGES[@]}"
+
+cmake --preset asan
+cmake --build --preset asan
+bash scripts/fuzz.sh --smoke
+ctest --preset asan --parallel 2
