@@ -2,6 +2,9 @@
 
 #include "RoyaltySummary.h"
 
+#include <algorithm>
+#include <cmath>
+#include <memory>
 #include <unicode/dcfmtsym.h>
 #include <unicode/decimfmt.h>
 #include <unicode/locid.h>
@@ -9,19 +12,13 @@
 #include <unicode/ucurr.h>
 #include <unicode/unistr.h>
 
-#include <algorithm>
-#include <cmath>
-#include <memory>
-
 namespace {
 
-QString fromUnicodeString(const icu::UnicodeString &text)
-{
+QString fromUnicodeString(const icu::UnicodeString &text) {
     return QString(reinterpret_cast<const QChar *>(text.getBuffer()), text.length());
 }
 
-std::optional<QString> pinnedSymbol(const QString &code)
-{
+std::optional<QString> pinnedSymbol(const QString &code) {
     if (code == u"USD") {
         return QStringLiteral("$");
     }
@@ -33,41 +30,39 @@ std::optional<QString> pinnedSymbol(const QString &code)
 
 // ICU quietly cuts a longer code to three letters and formats an empty one with a placeholder
 // sign; neither is the currency the server named.
-bool isCurrencyCode(const QString &code)
-{
+bool isCurrencyCode(const QString &code) {
     return code.size() == 3 && std::all_of(code.cbegin(), code.cend(), [](QChar c) { return c >= u'A' && c <= u'Z'; });
 }
 
-int fractionDigits(double value, bool dropCentsFromThousand)
-{
+int fractionDigits(double value, bool dropCentsFromThousand) {
     return dropCentsFromThousand && std::fabs(value) >= 1000 ? 0 : 2;
 }
 
 // The shortest text that reads back as the same double, as the last resort of every formatter.
-QString plainDecimal(double value)
-{
+QString plainDecimal(double value) {
     return QString::number(value, 'g', QLocale::FloatingPointShortest);
 }
 
 } // namespace
 
+namespace {
+
+// The C locale has no currency conventions; it reads as American English, with grouping.
+QLocale withCurrencyConventions(const QLocale &locale) {
+    return locale.language() == QLocale::C ? QLocale(QLocale::English, QLocale::UnitedStates) : locale;
+}
+
+} // namespace
+
 MoneyFormatter::MoneyFormatter(const QLocale &locale)
-    : m_locale(locale)
-    , m_icuLocaleID(locale.name().toLatin1())
-{
+    : m_locale(withCurrencyConventions(locale))
+    , m_icuLocaleID(m_locale.name().toLatin1()) {}
+
+QLocale MoneyFormatter::userLocale() {
+    return withCurrencyConventions(QLocale::system());
 }
 
-QLocale MoneyFormatter::userLocale()
-{
-    const QLocale system = QLocale::system();
-    if (system.language() == QLocale::C) {
-        return QLocale(QLocale::English, QLocale::UnitedStates);
-    }
-    return system;
-}
-
-QString MoneyFormatter::money(double value, const QString &currencyCode, bool compact) const
-{
+QString MoneyFormatter::money(double value, const QString &currencyCode, bool compact) const {
     const QString code = currencyCode.toUpper();
     const QString fallback = code + u' ' + plainDecimal(value);
 
@@ -102,8 +97,7 @@ QString MoneyFormatter::money(double value, const QString &currencyCode, bool co
     return text.isEmpty() ? fallback : fromUnicodeString(text);
 }
 
-QString MoneyFormatter::currencySymbol(const QString &currencyCode) const
-{
+QString MoneyFormatter::currencySymbol(const QString &currencyCode) const {
     const QString code = currencyCode.toUpper();
     if (const std::optional<QString> pinned = pinnedSymbol(code)) {
         return *pinned;
@@ -122,9 +116,8 @@ QString MoneyFormatter::currencySymbol(const QString &currencyCode) const
     return QString(reinterpret_cast<const QChar *>(symbol), length);
 }
 
-std::optional<MenuBarMoneyParts> MoneyFormatter::menuBarMoneyParts(const RoyaltySummary &summary,
-                                                                   DisplayedRoyalty displayed, bool hasRefreshed) const
-{
+std::optional<MenuBarMoneyParts>
+MoneyFormatter::menuBarMoneyParts(const RoyaltySummary &summary, DisplayedRoyalty displayed, bool hasRefreshed) const {
     if (!hasRefreshed) {
         return std::nullopt;
     }
@@ -149,7 +142,6 @@ std::optional<MenuBarMoneyParts> MoneyFormatter::menuBarMoneyParts(const Royalty
     return MenuBarMoneyParts{currencySymbol(summary.currency), amount};
 }
 
-double MoneyFormatter::highlightedRoyalty(const RoyaltySummary &summary, DisplayedRoyalty displayed)
-{
+double MoneyFormatter::highlightedRoyalty(const RoyaltySummary &summary, DisplayedRoyalty displayed) {
     return displayed == DisplayedRoyalty::net ? summary.net : summary.gross;
 }

@@ -20,13 +20,13 @@ struct MenuBarMoneyParts {
 // Formats every amount the user sees. Qt knows the symbol of a locale's own currency only, so the
 // currency texts come from ICU: euros print as € in an American locale and pounds as £ in a German
 // one. US and Canadian dollars are pinned to "$" and "CA$" in every locale.
-class MoneyFormatter
-{
+class MoneyFormatter {
 public:
-    // `locale` decides separators, grouping and where the symbol goes.
+    // `locale` decides separators, grouping and where the symbol goes; the C locale reads as
+    // American English.
     explicit MoneyFormatter(const QLocale &locale = userLocale());
 
-    // The user's locale for numbers; the C locale reads as American English, with grouping.
+    // The user's locale for numbers.
     static QLocale userLocale();
 
     const QLocale &locale() const { return m_locale; }

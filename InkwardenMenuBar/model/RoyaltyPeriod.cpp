@@ -2,13 +2,11 @@
 
 #include "RawValueLookup.h"
 
-std::optional<RoyaltyPeriod> RoyaltyPeriod::fromRawValue(QStringView raw)
-{
+std::optional<RoyaltyPeriod> RoyaltyPeriod::fromRawValue(QStringView raw) {
     return caseWithRawValue(allCases(), raw);
 }
 
-QString RoyaltyPeriod::rawValue() const
-{
+QString RoyaltyPeriod::rawValue() const {
     switch (m_case) {
     case today:
         return QStringLiteral("Today");
@@ -20,8 +18,7 @@ QString RoyaltyPeriod::rawValue() const
     Q_UNREACHABLE();
 }
 
-PeriodDates RoyaltyPeriod::dates(const QTimeZone &calendar, const QDateTime &now) const
-{
+PeriodDates RoyaltyPeriod::dates(const QTimeZone &calendar, const QDateTime &now) const {
     // Days are counted as dates and turned into instants last, so a day that starts at 01:00
     // because of a daylight-saving change still starts where the zone says it does.
     const QDate day = now.toTimeZone(calendar).date();
@@ -38,8 +35,8 @@ PeriodDates RoyaltyPeriod::dates(const QTimeZone &calendar, const QDateTime &now
     case thisMonth: {
         const QDateTime monthStart = QDate(day.year(), day.month(), 1).startOfDay(calendar);
         const QDate tomorrow = day.addDays(1);
-        const bool tomorrowInSameMonth
-            = tomorrow.isValid() && tomorrow.year() == day.year() && tomorrow.month() == day.month();
+        const bool tomorrowInSameMonth =
+            tomorrow.isValid() && tomorrow.year() == day.year() && tomorrow.month() == day.month();
         const QDateTime tomorrowStart = tomorrowInSameMonth ? tomorrow.startOfDay(calendar) : QDateTime();
         return {monthStart.isValid() ? monthStart : dayStart, tomorrowStart.isValid() ? tomorrowStart : dayStart};
     }

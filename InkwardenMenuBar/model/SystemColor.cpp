@@ -1,7 +1,6 @@
 #include "SystemColor.h"
 
-QString systemColorName(SystemColor color)
-{
+QString systemColorName(SystemColor color) {
     switch (color) {
     case SystemColor::blue:
         return QStringLiteral("blue");

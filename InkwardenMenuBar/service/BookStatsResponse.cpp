@@ -2,10 +2,9 @@
 
 #include "JsonObjectReader.h"
 
-std::optional<BookStatsResponse> BookStatsResponse::decode(const QByteArray &json)
-{
+std::optional<BookStatsResponse> BookStatsResponse::decode(const QByteArray &json) {
     return JsonObjectReader::decodeDocument<BookStatsResponse>(json, [](JsonObjectReader &reader) {
-        return BookStatsResponse{reader.requiredObjectArray<BookStatsRow>(QLatin1String("table_data"),
-                                                                          &BookStatsRow::read)};
+        return BookStatsResponse{
+            reader.requiredObjectArray<BookStatsRow>(QLatin1String("table_data"), &BookStatsRow::read)};
     });
 }

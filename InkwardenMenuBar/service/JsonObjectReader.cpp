@@ -8,8 +8,7 @@ namespace {
 // QJsonValue keeps integers written without a fraction or exponent exactly (beyond 2^53 too) and
 // converts an integral double that fits into 64 bits; anything else falls back to the default.
 // Two different defaults therefore tell a real integer from a fallback.
-std::optional<qint64> exactInteger(const QJsonValue &value)
-{
+std::optional<qint64> exactInteger(const QJsonValue &value) {
     if (!value.isDouble()) {
         return std::nullopt;
     }
@@ -23,12 +22,9 @@ std::optional<qint64> exactInteger(const QJsonValue &value)
 } // namespace
 
 JsonObjectReader::JsonObjectReader(QJsonObject object)
-    : m_object(std::move(object))
-{
-}
+    : m_object(std::move(object)) {}
 
-std::optional<QJsonValue> JsonObjectReader::presentValue(QLatin1String key) const
-{
+std::optional<QJsonValue> JsonObjectReader::presentValue(QLatin1String key) const {
     const QJsonValue value = m_object.value(key);
     if (value.isUndefined() || value.isNull()) {
         return std::nullopt;
@@ -36,8 +32,7 @@ std::optional<QJsonValue> JsonObjectReader::presentValue(QLatin1String key) cons
     return value;
 }
 
-std::optional<QJsonObject> JsonObjectReader::parseObject(const QByteArray &json)
-{
+std::optional<QJsonObject> JsonObjectReader::parseObject(const QByteArray &json) {
     QJsonParseError error{};
     const QJsonDocument document = QJsonDocument::fromJson(json, &error);
     if (error.error != QJsonParseError::NoError || !document.isObject()) {
@@ -46,8 +41,7 @@ std::optional<QJsonObject> JsonObjectReader::parseObject(const QByteArray &json)
     return document.object();
 }
 
-std::optional<QString> JsonObjectReader::optionalString(QLatin1String key)
-{
+std::optional<QString> JsonObjectReader::optionalString(QLatin1String key) {
     const std::optional<QJsonValue> value = presentValue(key);
     if (!value) {
         return std::nullopt;
@@ -59,8 +53,7 @@ std::optional<QString> JsonObjectReader::optionalString(QLatin1String key)
     return value->toString();
 }
 
-std::optional<double> JsonObjectReader::optionalDouble(QLatin1String key)
-{
+std::optional<double> JsonObjectReader::optionalDouble(QLatin1String key) {
     const std::optional<QJsonValue> value = presentValue(key);
     if (!value) {
         return std::nullopt;
@@ -72,8 +65,7 @@ std::optional<double> JsonObjectReader::optionalDouble(QLatin1String key)
     return value->toDouble();
 }
 
-std::optional<qint64> JsonObjectReader::optionalInteger(QLatin1String key)
-{
+std::optional<qint64> JsonObjectReader::optionalInteger(QLatin1String key) {
     const std::optional<QJsonValue> value = presentValue(key);
     if (!value) {
         return std::nullopt;
@@ -85,8 +77,7 @@ std::optional<qint64> JsonObjectReader::optionalInteger(QLatin1String key)
     return integer;
 }
 
-std::optional<QMap<QString, qint64>> JsonObjectReader::optionalIntegerMap(QLatin1String key)
-{
+std::optional<QMap<QString, qint64>> JsonObjectReader::optionalIntegerMap(QLatin1String key) {
     const std::optional<QJsonValue> value = presentValue(key);
     if (!value) {
         return std::nullopt;
@@ -108,8 +99,7 @@ std::optional<QMap<QString, qint64>> JsonObjectReader::optionalIntegerMap(QLatin
     return map;
 }
 
-std::optional<QMap<QString, double>> JsonObjectReader::optionalDoubleMap(QLatin1String key)
-{
+std::optional<QMap<QString, double>> JsonObjectReader::optionalDoubleMap(QLatin1String key) {
     const std::optional<QJsonValue> value = presentValue(key);
     if (!value) {
         return std::nullopt;
@@ -130,8 +120,7 @@ std::optional<QMap<QString, double>> JsonObjectReader::optionalDoubleMap(QLatin1
     return map;
 }
 
-QString JsonObjectReader::requiredString(QLatin1String key)
-{
+QString JsonObjectReader::requiredString(QLatin1String key) {
     const std::optional<QJsonValue> value = presentValue(key);
     if (!value || !value->isString()) {
         fail();

@@ -12,8 +12,7 @@
 // leaves an optional member absent, while a value of the wrong JSON type (or a fractional number for
 // an integer) marks the whole reader as failed. The first failure sticks; callers build their value
 // and then ask `failed()` once, so no partial body ever escapes.
-class JsonObjectReader
-{
+class JsonObjectReader {
 public:
     explicit JsonObjectReader(QJsonObject object);
 
@@ -47,8 +46,7 @@ private:
 };
 
 template <typename Element, typename ReadElement>
-QList<Element> JsonObjectReader::requiredObjectArray(QLatin1String key, ReadElement element)
-{
+QList<Element> JsonObjectReader::requiredObjectArray(QLatin1String key, ReadElement element) {
     const std::optional<QJsonValue> value = presentValue(key);
     if (!value || !value->isArray()) {
         fail();
@@ -73,8 +71,7 @@ QList<Element> JsonObjectReader::requiredObjectArray(QLatin1String key, ReadElem
 }
 
 template <typename Body, typename ReadBody>
-std::optional<Body> JsonObjectReader::decodeDocument(const QByteArray &json, ReadBody read)
-{
+std::optional<Body> JsonObjectReader::decodeDocument(const QByteArray &json, ReadBody read) {
     std::optional<QJsonObject> object = parseObject(json);
     if (!object) {
         return std::nullopt;
