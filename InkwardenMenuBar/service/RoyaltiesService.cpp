@@ -1,0 +1,187 @@
+#include "RoyaltiesService.h"
+
+#include "APIErrorResponse.h"
+#include "BookStatsResponse.h"
+#include "MacAuthExchangeRequest.h"
+#include "platform/Clock.h"
+
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QUrlQuery>
+#include <qcoro/qcoronetworkreply.h>
+
+#include <cmath>
+#include <memory>
+
+namespace {
+
+const QString statisticsPath = QStringLiteral("/api/v1/mac/bookStatsAPI/");
+const QString accountsPath = QStringLiteral("/api/v1/mac/listAccountsAPI/");
+const QString exchangePath = QStringLiteral("/api/v1/mac/exchangeAuthCodeAPI/");
+
+QString trimmedOfSlashes(QString text) {
+    qsizetype begin = 0;
+    qsizetype end = text.size();
+    while (begin < end && text.at(begin) == u'/') {
+        ++begin;
+    }
+    while (end > begin && text.at(end - 1) == u'/') {
+        --end;
+    }
+    return text.mid(begin, end - begin);
+}
+
+// Decodes the body type of a successful reply.
+template <typename Body>
+std::optional<Body> decodeBody(const QByteArray &bytes) {
+    return Body::decode(bytes);
+}
+
+template <>
+std::optional<RoyaltySummary> decodeBody<RoyaltySummary>(const QByteArray &bytes) {
+    const std::optional<BookStatsResponse> response = BookStatsResponse::decode(bytes);
+    if (!response) {
+        return std::nullopt;
+    }
+    return RoyaltySummary::folding(response->tableData);
+}
+
+// A failure of the transfer, as opposed to an HTTP status that the network layer also reports as an
+// error. Qt ends a request that exceeds its transfer time-out as cancelled; Inkwarden never cancels
+// one itself, so that is a time-out and is worded as one.
+std::optional<TransportError> transportFailure(const QNetworkReply &reply) {
+    const QNetworkReply::NetworkError error = reply.error();
+    if (error == QNetworkReply::NoError || error >= QNetworkReply::ContentAccessDenied) {
+        return std::nullopt;
+    }
+    if (error == QNetworkReply::OperationCanceledError) {
+        return TransportError{QNetworkReply::TimeoutError, QStringLiteral("The request timed out.")};
+    }
+    return TransportError{error, reply.errorString()};
+}
+
+QString dayText(const QDateTime &instant, const QTimeZone &zone) {
+    return instant.toTimeZone(zone).date().toString(QStringLiteral("yyyy-MM-dd"));
+}
+
+} // namespace
+
+RoyaltiesService::RoyaltiesService(QNetworkAccessManager &network, const Clock &clock)
+    : m_network(network)
+    , m_clock(clock) {}
+
+ServiceResult<QUrl> RoyaltiesService::makeURL(const QString &serverURL, const QString &path,
+                                              const QueryItems &queryItems) {
+    const QString text = trimmedOfSlashes(serverURL.trimmed()) + path;
+    // The scheme is compared as written: "HTTP://" is not accepted, although a URL parser would
+    // quietly lower-case it.
+    const qsizetype colon = text.indexOf(u':');
+    const QStringView scheme = QStringView(text).left(std::max<qsizetype>(colon, 0));
+    if (colon < 0 || (scheme != u"http" && scheme != u"https")) {
+        return RoyaltiesError::invalidServerURL();
+    }
+    QUrl url(text, QUrl::StrictMode);
+    if (!url.isValid()) {
+        return RoyaltiesError::invalidServerURL();
+    }
+    QUrlQuery query;
+    query.setQueryItems(queryItems);
+    // An empty list still sets an (empty) query, as the list asks for exactly these items.
+    url.setQuery(query.isEmpty() ? QStringLiteral("") : query.query(QUrl::FullyEncoded), QUrl::StrictMode);
+    if (!url.isValid()) {
+        return RoyaltiesError::invalidServerURL();
+    }
+    return url;
+}
+
+double RoyaltiesService::retryAfterSeconds(const QByteArray &headerValue) {
+    bool ok = false;
+    const double seconds = headerValue.trimmed().toDouble(&ok);
+    if (!ok || !std::isfinite(seconds)) {
+        return defaultRetryAfterSeconds;
+    }
+    return seconds;
+}
+
+QNetworkRequest RoyaltiesService::makeRequest(const QUrl &url) {
+    QNetworkRequest request(url);
+    request.setTransferTimeout(requestTimeoutMilliseconds);
+    request.setRawHeader("Accept", "application/json");
+    return request;
+}
+
+QCoro::Task<ServiceResult<RoyaltySummary>>
+RoyaltiesService::fetchSummary(QString serverURL, QString apiKey, QString accountID, RoyaltyPeriod period) const {
+    const QTimeZone zone = m_clock.timeZone();
+    const PeriodDates dates = period.dates(zone, m_clock.now());
+    QueryItems items{{QStringLiteral("start_date"), dayText(dates.start, zone)},
+                     {QStringLiteral("end_date"), dayText(dates.end, zone)}};
+    if (!accountID.isEmpty()) {
+        items.append({QStringLiteral("account_id"), accountID});
+    }
+    const ServiceResult<QUrl> url = makeURL(serverURL, statisticsPath, items);
+    if (!url) {
+        co_return url.error();
+    }
+    co_return co_await authorizedGet<RoyaltySummary>(url.value(), apiKey);
+}
+
+QCoro::Task<ServiceResult<AccountsResponse>> RoyaltiesService::fetchAccounts(QString serverURL, QString apiKey) const {
+    const ServiceResult<QUrl> url = makeURL(serverURL, accountsPath, {});
+    if (!url) {
+        co_return url.error();
+    }
+    co_return co_await authorizedGet<AccountsResponse>(url.value(), apiKey);
+}
+
+QCoro::Task<ServiceResult<MacAuthExchangeResponse>>
+RoyaltiesService::exchangeAuthenticationCode(QString serverURL, QString code, QString codeVerifier) const {
+    const ServiceResult<QUrl> url = makeURL(serverURL, exchangePath, {});
+    if (!url) {
+        co_return url.error();
+    }
+    QNetworkRequest request = makeRequest(url.value());
+    request.setRawHeader("Content-Type", "application/json");
+    co_return co_await perform<MacAuthExchangeResponse>(request, MacAuthExchangeRequest{code, codeVerifier}.encode());
+}
+
+template <typename Body>
+QCoro::Task<ServiceResult<Body>> RoyaltiesService::authorizedGet(QUrl url, QString apiKey) const {
+    QNetworkRequest request = makeRequest(url);
+    request.setRawHeader("Authorization", QByteArrayLiteral("Bearer ") + apiKey.toUtf8());
+    co_return co_await perform<Body>(request, QByteArray());
+}
+
+template <typename Body>
+QCoro::Task<ServiceResult<Body>> RoyaltiesService::perform(QNetworkRequest request, QByteArray postBody) const {
+    const bool isPost = !postBody.isNull();
+    std::unique_ptr<QNetworkReply, void (*)(QNetworkReply *)> reply(
+        isPost ? m_network.post(request, postBody) : m_network.get(request),
+        [](QNetworkReply *finished) { finished->deleteLater(); });
+    co_await reply.get();
+
+    if (const std::optional<TransportError> failure = transportFailure(*reply)) {
+        co_return *failure;
+    }
+    const QVariant status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute);
+    if (!status.isValid()) {
+        co_return RoyaltiesError::invalidResponse();
+    }
+
+    const int code = status.toInt();
+    if (code == 429) {
+        co_return RoyaltiesError::rateLimited(retryAfterSeconds(reply->rawHeader("Retry-After")));
+    }
+    const QByteArray body = reply->readAll();
+    if (code >= 200 && code <= 299) {
+        std::optional<Body> decoded = decodeBody<Body>(body);
+        if (!decoded) {
+            co_return RoyaltiesError::invalidResponse();
+        }
+        co_return std::move(*decoded);
+    }
+    if (const std::optional<APIErrorResponse> error = APIErrorResponse::decode(body)) {
+        co_return RoyaltiesError::server(error->error);
+    }
+    co_return RoyaltiesError::server(QStringLiteral("Server returned HTTP ") + QString::number(code) + u'.');
+}
