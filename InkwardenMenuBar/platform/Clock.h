@@ -3,8 +3,18 @@
 #include <QDateTime>
 #include <QTimeZone>
 
-// Where Inkwarden reads the time. The app uses the system clock; tests hand in their own, so that
-// days, cooldowns and refresh intervals can be stepped through without waiting.
+#include <chrono>
+#include <functional>
+#include <memory>
+
+// A running timer; destroying the handle stops it.
+class ClockTimer {
+public:
+    virtual ~ClockTimer() = default;
+};
+
+// Where Inkwarden reads the time and sets its timers. The app uses the system clock; tests hand in
+// a virtual one, so that days, cooldowns and refresh intervals are stepped through without waiting.
 class Clock {
 public:
     virtual ~Clock() = default;
@@ -12,10 +22,9 @@ public:
     virtual QDateTime now() const = 0;
     // The zone whose days the periods count.
     virtual QTimeZone timeZone() const = 0;
-};
 
-class SystemClock final : public Clock {
-public:
-    QDateTime now() const override { return QDateTime::currentDateTimeUtc(); }
-    QTimeZone timeZone() const override { return QTimeZone::systemTimeZone(); }
+    // Calls `callback` on the main thread after `interval`, and again every `interval` when
+    // `repeating`, until the returned handle is destroyed.
+    [[nodiscard]] virtual std::unique_ptr<ClockTimer> startTimer(std::chrono::milliseconds interval, bool repeating,
+                                                                 std::function<void()> callback) = 0;
 };

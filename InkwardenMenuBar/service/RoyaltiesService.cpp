@@ -19,7 +19,8 @@ const QString statisticsPath = QStringLiteral("/api/v1/mac/bookStatsAPI/");
 const QString accountsPath = QStringLiteral("/api/v1/mac/listAccountsAPI/");
 const QString exchangePath = QStringLiteral("/api/v1/mac/exchangeAuthCodeAPI/");
 
-QString trimmedOfSlashes(QString text) {
+QString trimmedOfSlashes(QString text)
+{
     qsizetype begin = 0;
     qsizetype end = text.size();
     while (begin < end && text.at(begin) == u'/') {
@@ -33,12 +34,14 @@ QString trimmedOfSlashes(QString text) {
 
 // Decodes the body type of a successful reply.
 template <typename Body>
-std::optional<Body> decodeBody(const QByteArray &bytes) {
+std::optional<Body> decodeBody(const QByteArray &bytes)
+{
     return Body::decode(bytes);
 }
 
 template <>
-std::optional<RoyaltySummary> decodeBody<RoyaltySummary>(const QByteArray &bytes) {
+std::optional<RoyaltySummary> decodeBody<RoyaltySummary>(const QByteArray &bytes)
+{
     const std::optional<BookStatsResponse> response = BookStatsResponse::decode(bytes);
     if (!response) {
         return std::nullopt;
@@ -49,7 +52,8 @@ std::optional<RoyaltySummary> decodeBody<RoyaltySummary>(const QByteArray &bytes
 // A failure of the transfer, as opposed to an HTTP status that the network layer also reports as an
 // error. Qt ends a request that exceeds its transfer time-out as cancelled; Inkwarden never cancels
 // one itself, so that is a time-out and is worded as one.
-std::optional<TransportError> transportFailure(const QNetworkReply &reply) {
+std::optional<TransportError> transportFailure(const QNetworkReply &reply)
+{
     const QNetworkReply::NetworkError error = reply.error();
     if (error == QNetworkReply::NoError || error >= QNetworkReply::ContentAccessDenied) {
         return std::nullopt;
@@ -60,18 +64,23 @@ std::optional<TransportError> transportFailure(const QNetworkReply &reply) {
     return TransportError{error, reply.errorString()};
 }
 
-QString dayText(const QDateTime &instant, const QTimeZone &zone) {
+QString dayText(const QDateTime &instant, const QTimeZone &zone)
+{
     return instant.toTimeZone(zone).date().toString(QStringLiteral("yyyy-MM-dd"));
 }
 
 } // namespace
 
-RoyaltiesService::RoyaltiesService(QNetworkAccessManager &network, const Clock &clock)
+RoyaltiesService::RoyaltiesService(QNetworkAccessManager &network, const Clock &clock,
+                                   std::chrono::milliseconds timeout)
     : m_network(network)
-    , m_clock(clock) {}
+    , m_clock(clock)
+    , m_timeout(timeout)
+{}
 
 ServiceResult<QUrl> RoyaltiesService::makeURL(const QString &serverURL, const QString &path,
-                                              const QueryItems &queryItems) {
+                                              const QueryItems &queryItems)
+{
     const QString text = trimmedOfSlashes(serverURL.trimmed()) + path;
     // The scheme is compared as written: "HTTP://" is not accepted, although a URL parser would
     // quietly lower-case it.
@@ -94,7 +103,8 @@ ServiceResult<QUrl> RoyaltiesService::makeURL(const QString &serverURL, const QS
     return url;
 }
 
-double RoyaltiesService::retryAfterSeconds(const QByteArray &headerValue) {
+double RoyaltiesService::retryAfterSeconds(const QByteArray &headerValue)
+{
     bool ok = false;
     const double seconds = headerValue.trimmed().toDouble(&ok);
     if (!ok || !std::isfinite(seconds)) {
@@ -103,15 +113,17 @@ double RoyaltiesService::retryAfterSeconds(const QByteArray &headerValue) {
     return seconds;
 }
 
-QNetworkRequest RoyaltiesService::makeRequest(const QUrl &url) {
+QNetworkRequest RoyaltiesService::prepareRequest(const QUrl &url, std::chrono::milliseconds timeout)
+{
     QNetworkRequest request(url);
-    request.setTransferTimeout(requestTimeoutMilliseconds);
+    request.setTransferTimeout(int(timeout.count()));
     request.setRawHeader("Accept", "application/json");
     return request;
 }
 
-QCoro::Task<ServiceResult<RoyaltySummary>>
-RoyaltiesService::fetchSummary(QString serverURL, QString apiKey, QString accountID, RoyaltyPeriod period) const {
+QCoro::Task<ServiceResult<RoyaltySummary>> RoyaltiesService::fetchSummary(QString serverURL, QString apiKey,
+                                                                          QString accountID, RoyaltyPeriod period) const
+{
     const QTimeZone zone = m_clock.timeZone();
     const PeriodDates dates = period.dates(zone, m_clock.now());
     QueryItems items{{QStringLiteral("start_date"), dayText(dates.start, zone)},
@@ -126,7 +138,8 @@ RoyaltiesService::fetchSummary(QString serverURL, QString apiKey, QString accoun
     co_return co_await authorizedGet<RoyaltySummary>(url.value(), apiKey);
 }
 
-QCoro::Task<ServiceResult<AccountsResponse>> RoyaltiesService::fetchAccounts(QString serverURL, QString apiKey) const {
+QCoro::Task<ServiceResult<AccountsResponse>> RoyaltiesService::fetchAccounts(QString serverURL, QString apiKey) const
+{
     const ServiceResult<QUrl> url = makeURL(serverURL, accountsPath, {});
     if (!url) {
         co_return url.error();
@@ -135,25 +148,28 @@ QCoro::Task<ServiceResult<AccountsResponse>> RoyaltiesService::fetchAccounts(QSt
 }
 
 QCoro::Task<ServiceResult<MacAuthExchangeResponse>>
-RoyaltiesService::exchangeAuthenticationCode(QString serverURL, QString code, QString codeVerifier) const {
+RoyaltiesService::exchangeAuthenticationCode(QString serverURL, QString code, QString codeVerifier) const
+{
     const ServiceResult<QUrl> url = makeURL(serverURL, exchangePath, {});
     if (!url) {
         co_return url.error();
     }
-    QNetworkRequest request = makeRequest(url.value());
+    QNetworkRequest request = prepareRequest(url.value(), m_timeout);
     request.setRawHeader("Content-Type", "application/json");
     co_return co_await perform<MacAuthExchangeResponse>(request, MacAuthExchangeRequest{code, codeVerifier}.encode());
 }
 
 template <typename Body>
-QCoro::Task<ServiceResult<Body>> RoyaltiesService::authorizedGet(QUrl url, QString apiKey) const {
-    QNetworkRequest request = makeRequest(url);
+QCoro::Task<ServiceResult<Body>> RoyaltiesService::authorizedGet(QUrl url, QString apiKey) const
+{
+    QNetworkRequest request = prepareRequest(url, m_timeout);
     request.setRawHeader("Authorization", QByteArrayLiteral("Bearer ") + apiKey.toUtf8());
     co_return co_await perform<Body>(request, QByteArray());
 }
 
 template <typename Body>
-QCoro::Task<ServiceResult<Body>> RoyaltiesService::perform(QNetworkRequest request, QByteArray postBody) const {
+QCoro::Task<ServiceResult<Body>> RoyaltiesService::perform(QNetworkRequest request, QByteArray postBody) const
+{
     const bool isPost = !postBody.isNull();
     std::unique_ptr<QNetworkReply, void (*)(QNetworkReply *)> reply(
         isPost ? m_network.post(request, postBody) : m_network.get(request),

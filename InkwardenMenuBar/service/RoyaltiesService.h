@@ -13,6 +13,8 @@
 #include <QUrl>
 #include <qcoro/qcorotask.h>
 
+#include <chrono>
+
 class Clock;
 class QNetworkAccessManager;
 
@@ -27,7 +29,8 @@ public:
     static constexpr double defaultRetryAfterSeconds = 3.0;
 
     // `network` and `clock` must outlive the service and every request it starts.
-    RoyaltiesService(QNetworkAccessManager &network, const Clock &clock);
+    RoyaltiesService(QNetworkAccessManager &network, const Clock &clock,
+                     std::chrono::milliseconds timeout = std::chrono::milliseconds(requestTimeoutMilliseconds));
 
     // The summary of `period` for `accountID` (all of the key's figures when empty).
     QCoro::Task<ServiceResult<RoyaltySummary>> fetchSummary(QString serverURL, QString apiKey, QString accountID,
@@ -44,14 +47,18 @@ public:
     // else three seconds.
     static double retryAfterSeconds(const QByteArray &headerValue);
 
+    // A request for `url` as every request of the service starts: the time-out and "Accept".
+    static QNetworkRequest
+    prepareRequest(const QUrl &url,
+                   std::chrono::milliseconds timeout = std::chrono::milliseconds(requestTimeoutMilliseconds));
+
 private:
     template <typename Body>
     QCoro::Task<ServiceResult<Body>> authorizedGet(QUrl url, QString apiKey) const;
     template <typename Body>
     QCoro::Task<ServiceResult<Body>> perform(QNetworkRequest request, QByteArray postBody) const;
 
-    static QNetworkRequest makeRequest(const QUrl &url);
-
     QNetworkAccessManager &m_network;
     const Clock &m_clock;
+    std::chrono::milliseconds m_timeout;
 };

@@ -5,10 +5,13 @@ INKWARDEN_BUILD_PACKAGES=(
     cmake ninja-build g++ pkg-config
     qt6-base-dev qt6-httpserver-dev
     qcoro-qt6-dev qtkeychain-qt6-dev
+    libsecret-1-0
     libicu-dev tzdata
 )
 
 INKWARDEN_TEST_PACKAGES=(
+    gnome-keyring
+    dbus-daemon dbus-bin python3-dbusmock
     clang clang-format libclang-rt-14-dev libbenchmark-dev
 )
 

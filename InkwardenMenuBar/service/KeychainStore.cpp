@@ -1,0 +1,195 @@
+#include "KeychainStore.h"
+
+#include <QCoreApplication>
+#include <QLoggingCategory>
+#include <QObject>
+#include <QStringDecoder>
+#include <QTimer>
+#include <qt6keychain/keychain.h>
+
+#include <coroutine>
+#include <memory>
+#include <utility>
+
+Q_LOGGING_CATEGORY(lcKeychain, "inkwarden.keychain")
+
+namespace {
+
+using std::chrono::milliseconds;
+
+// Keeps a job we stopped waiting for. QtKeychain hands the job's own address to libsecret, which has
+// no way to cancel, so a started job must live until it finishes; it then deletes itself. The parking
+// object is never deleted: a job still running at exit is neither freed under libsecret's feet nor
+// reported as a leak.
+void abandon(QKeychain::Job *job)
+{
+    static QObject *const parking = new QObject;
+    job->setParent(parking);
+    job->setAutoDelete(true);
+}
+
+// Starts a job and resumes the awaiting coroutine once the job finishes or the time-out passes,
+// whichever comes first; the result says whether it finished. The coroutine is resumed from the event
+// loop, never from inside QtKeychain's callback, and every connection dies with the awaiter, so a job
+// that finishes late reaches nothing.
+class JobCompletion
+{
+public:
+    JobCompletion(QKeychain::Job &job, milliseconds timeout)
+        : m_job(&job)
+        , m_timeout(timeout)
+        , m_state(std::make_unique<State>())
+    {}
+
+    bool await_ready() const noexcept { return false; }
+
+    void await_suspend(std::coroutine_handle<> awaiting)
+    {
+        State *state = m_state.get();
+        state->awaiting = awaiting;
+        state->timer.setSingleShot(true);
+        QObject::connect(&state->timer, &QTimer::timeout, &state->context, [state] { state->resumeSoon(); });
+        QObject::connect(m_job, &QKeychain::Job::finished, &state->context, [state] {
+            state->finished = true;
+            state->resumeSoon();
+        });
+        state->timer.start(m_timeout);
+        m_job->start();
+    }
+
+    bool await_resume() const noexcept { return m_state->finished; }
+
+private:
+    // Held by pointer, so that the awaiter can move while the connections keep their address.
+    struct State {
+        void resumeSoon()
+        {
+            timer.stop();
+            if (!std::exchange(resumeQueued, true)) {
+                QTimer::singleShot(0, &context, [handle = awaiting] { handle.resume(); });
+            }
+        }
+
+        std::coroutine_handle<> awaiting;
+        QObject context;
+        QTimer timer;
+        bool finished = false;
+        bool resumeQueued = false;
+    };
+
+    QKeychain::Job *m_job;
+    milliseconds m_timeout;
+    std::unique_ptr<State> m_state;
+};
+
+template <typename JobType>
+std::unique_ptr<JobType> makeJob(const QString &service)
+{
+    auto job = std::make_unique<JobType>(service);
+    job->setKey(KeychainStore::apiKeyName());
+    job->setInsecureFallback(false);
+    // Owned here until it finishes; parked by abandon() when it does not.
+    job->setAutoDelete(false);
+    return job;
+}
+
+// Runs the job until it finishes or times out: QtKeychain's error code, or timedOutStatus once the
+// job has been parked (and `job` emptied).
+template <typename JobType>
+QCoro::Task<int> run(std::unique_ptr<JobType> &job, milliseconds timeout)
+{
+    if (!co_await JobCompletion(*job, timeout)) {
+        qCWarning(lcKeychain) << "The keyring did not answer within" << timeout.count() << "ms";
+        abandon(job.release());
+        co_return KeychainStore::timedOutStatus;
+    }
+    if (job->error() != QKeychain::NoError && job->error() != QKeychain::EntryNotFound) {
+        qCWarning(lcKeychain) << "Keyring error" << job->error() << job->errorString();
+    }
+    co_return job->error();
+}
+
+// The stored bytes as text; bytes that are not valid UTF-8 read as no key.
+QString decodeUtf8(const QByteArray &bytes)
+{
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    QString text = decoder.decode(bytes);
+    return decoder.hasError() ? QString() : text;
+}
+
+// The coroutines take their inputs by value: a save or delete may outlive the store that started it.
+QCoro::Task<QString> readKey(QString service, milliseconds timeout)
+{
+    auto job = makeJob<QKeychain::ReadPasswordJob>(service);
+    if (co_await run(job, timeout) != QKeychain::NoError) {
+        co_return QString();
+    }
+    co_return decodeUtf8(job->binaryData());
+}
+
+QCoro::Task<int> removeKey(QString service, milliseconds timeout)
+{
+    auto job = makeJob<QKeychain::DeletePasswordJob>(service);
+    co_return co_await run(job, timeout);
+}
+
+QCoro::Task<std::optional<RoyaltiesError>> writeKey(QString service, milliseconds timeout, QString key)
+{
+    // The old item goes first, whatever its status. A keyring that does not answer even that would
+    // only queue the write behind it (QtKeychain runs one job at a time), so the save fails at once
+    // instead of waiting out a second time-out.
+    if (co_await removeKey(service, timeout) == KeychainStore::timedOutStatus) {
+        co_return RoyaltiesError::server(KeychainStore::saveFailureMessage(KeychainStore::timedOutStatus));
+    }
+    auto job = makeJob<QKeychain::WritePasswordJob>(service);
+    job->setTextData(key);
+    const int status = co_await run(job, timeout);
+    if (status != QKeychain::NoError) {
+        co_return RoyaltiesError::server(KeychainStore::saveFailureMessage(status));
+    }
+    co_return std::nullopt;
+}
+
+} // namespace
+
+QString KeychainStore::defaultService()
+{
+    return QStringLiteral("com.inkwarden.menubar");
+}
+
+QString KeychainStore::apiKeyName()
+{
+    return QStringLiteral("inkwarden-api-key");
+}
+
+KeychainStore::KeychainStore(QString service, std::chrono::milliseconds timeout)
+    : m_service(std::move(service))
+    , m_timeout(timeout)
+{}
+
+QString KeychainStore::loadAPIKey()
+{
+    if (QCoreApplication::instance() == nullptr) {
+        qCWarning(lcKeychain) << "No application event loop to wait for the keyring on; reading no key";
+        return QString();
+    }
+    return QCoro::waitFor(readKey(m_service, m_timeout));
+}
+
+QCoro::Task<std::optional<RoyaltiesError>> KeychainStore::saveAPIKey(QString key)
+{
+    return writeKey(m_service, m_timeout, std::move(key));
+}
+
+QCoro::Task<> KeychainStore::deleteAPIKey()
+{
+    // The status is of no use to anyone: a missing item, a failure and a time-out all leave nothing to
+    // do.
+    co_await removeKey(m_service, m_timeout);
+}
+
+QString KeychainStore::saveFailureMessage(int status)
+{
+    return QStringLiteral("Could not save the API key in the keyring (") + QString::number(status)
+           + QStringLiteral(").");
+}

@@ -1,0 +1,228 @@
+#include "Preferences.h"
+#include "RoyaltiesStore.h"
+#include "SettingsKeys.h"
+#include "platform/Clock.h"
+#include "platform/NetworkReachability.h"
+
+#include <QPointer>
+
+#include <cmath>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr double requestCooldownSeconds = 3.0;
+constexpr auto cooldownTick = 200ms;
+constexpr auto recoveryTick = 15s;
+constexpr auto startSignInDelay = 500ms;
+
+QString noInternetMessage() {
+    return QStringLiteral(u"No internet connection. Inkwarden will refresh automatically when it returns.");
+}
+
+} // namespace
+
+void RoyaltiesStore::start() {
+    startRecoveryMonitoring();
+    updateRequestCooldown();
+    if (m_isConnected) {
+        loadAccounts();
+        refresh();
+        return;
+    }
+    // Without a key the user goes straight to the browser sign-in, a moment after launch.
+    m_startSignInTimer = m_environment.clock.startTimer(startSignInDelay, false, [this] {
+        m_startSignInTimer.reset();
+        beginBrowserAuthentication();
+    });
+}
+
+void RoyaltiesStore::refresh() {
+    if (!m_isConnected) {
+        return;
+    }
+    if (!m_isNetworkAvailable) {
+        setErrorMessage(noInternetMessage());
+        return;
+    }
+    if (!canRequestSummary()) {
+        m_refreshWhenAvailable = true;
+        return;
+    }
+    m_refreshWhenAvailable = false;
+    setErrorMessage(std::nullopt);
+    setIsLoading(true);
+    beginRequestCooldown(requestCooldownSeconds);
+    performRefresh(m_selectedPeriod);
+}
+
+QCoro::Task<> RoyaltiesStore::performRefresh(RoyaltyPeriod period) {
+    const QPointer<RoyaltiesStore> self(this);
+    const ServiceResult<RoyaltySummary> result =
+        co_await m_service.fetchSummary(m_serverURL, m_apiKey, m_accountID, period);
+    if (!self) {
+        co_return;
+    }
+
+    if (result) {
+        if (!(m_selectedPeriod == period)) {
+            // The user switched periods while this one loaded: ask again for the one now shown.
+            setIsLoading(false);
+            refresh();
+            co_return;
+        }
+        const double previous = highlightedRoyalty();
+        const RoyaltySummary &summary = result.value();
+        const double current = MoneyFormatter::highlightedRoyalty(summary, m_displayedRoyalty);
+        setRoyaltyChangeCountsDown(current < previous);
+        setSummary(summary);
+        setLastUpdated(m_environment.clock.now());
+        setMenuBarTitle(money(highlightedRoyalty(), true));
+        setIsLoading(false);
+        scheduleNextRefresh();
+        co_return;
+    }
+
+    setIsLoading(false);
+    if (const RoyaltiesError *error = result.error().royaltiesError();
+        error && error->kind() == RoyaltiesError::Kind::rateLimited) {
+        beginRequestCooldown(error->retryAfter());
+    }
+    setErrorMessage(friendlyMessage(result.error()));
+    setMenuBarTitle(failedTitle());
+    scheduleNextRefresh();
+}
+
+void RoyaltiesStore::beginRequestCooldown(double seconds) {
+    const qint64 milliseconds = std::llround(std::max(seconds, 0.0) * 1000.0);
+    const QDateTime until = m_environment.clock.now().addMSecs(milliseconds);
+    // A running cooldown is never shortened: a long wait the server asked for outlives the short
+    // cooldown of a later request.
+    if (m_requestAvailableAt && *m_requestAvailableAt > until) {
+        return;
+    }
+    setRequestAvailableAt(until);
+    m_environment.preferences.setDate(SettingsKeys::requestAvailableAt, until);
+    updateRequestCooldown();
+}
+
+void RoyaltiesStore::updateRequestCooldown() {
+    m_cooldownTimer.reset();
+    if (!m_requestAvailableAt) {
+        setRequestCooldownRemaining(0);
+        return;
+    }
+    const qint64 remainingMilliseconds = m_environment.clock.now().msecsTo(*m_requestAvailableAt);
+    if (remainingMilliseconds > 0) {
+        const auto remaining = static_cast<qint64>(std::ceil(double(remainingMilliseconds) / 1000.0));
+        setRequestCooldownRemaining(std::max<qint64>(remaining, 1));
+        m_cooldownTimer = m_environment.clock.startTimer(cooldownTick, true, [this] { updateRequestCooldown(); });
+        return;
+    }
+    setRequestCooldownRemaining(0);
+    setRequestAvailableAt(std::nullopt);
+    m_environment.preferences.remove(SettingsKeys::requestAvailableAt);
+    if (m_refreshWhenAvailable && !m_isLoading) {
+        m_refreshWhenAvailable = false;
+        refresh();
+    }
+}
+
+void RoyaltiesStore::scheduleNextRefresh() {
+    m_timer.reset();
+    const auto interval = std::chrono::minutes(std::max<qint64>(m_refreshMinutes, 1));
+    setNextRefreshAt(m_environment.clock.now().addMSecs(std::chrono::milliseconds(interval).count()));
+    m_timer = m_environment.clock.startTimer(interval, false, [this] {
+        m_timer.reset();
+        refresh();
+    });
+}
+
+void RoyaltiesStore::startRecoveryMonitoring() {
+    if (m_recoveryTimer) {
+        return;
+    }
+    QObject::connect(&m_environment.reachability, &NetworkReachability::availabilityChanged, this,
+                     &RoyaltiesStore::handleNetworkAvailability);
+    m_environment.reachability.start();
+    m_recoveryTimer =
+        m_environment.clock.startTimer(recoveryTick, true, [this] { recoverAutomaticRefreshIfNeeded(false); });
+}
+
+void RoyaltiesStore::handleNetworkAvailability(bool available) {
+    const bool wasAvailable = m_isNetworkAvailable;
+    const bool hadStatus = m_hasReceivedNetworkStatus;
+    m_hasReceivedNetworkStatus = true;
+    setIsNetworkAvailable(available);
+    if (!m_isConnected) {
+        return;
+    }
+    if (!available) {
+        setErrorMessage(noInternetMessage());
+    } else if (!wasAvailable && hadStatus) {
+        recoverAutomaticRefreshIfNeeded(true);
+    }
+}
+
+void RoyaltiesStore::recoverAutomaticRefreshIfNeeded(bool force) {
+    if (!m_isConnected || !m_isNetworkAvailable || m_isLoading) {
+        return;
+    }
+    if (!m_nextRefreshAt && !force) {
+        return;
+    }
+    if (m_nextRefreshAt && !force && m_environment.clock.now() < *m_nextRefreshAt) {
+        return;
+    }
+    m_timer.reset();
+    refresh();
+}
+
+QString RoyaltiesStore::lastUpdatedText(const QDateTime &now) const {
+    if (!m_lastUpdated) {
+        return QStringLiteral("Not refreshed yet");
+    }
+    const qint64 seconds = m_lastUpdated->msecsTo(now) / 1000;
+    if (seconds <= 4) {
+        return QStringLiteral("Refreshed just now");
+    }
+    if (seconds < 60) {
+        return QStringLiteral("Refreshed %1s ago").arg(seconds);
+    }
+    if (seconds < 3600) {
+        return QStringLiteral("Refreshed %1m ago").arg(seconds / 60);
+    }
+    const qint64 hours = seconds / 3600;
+    const qint64 rest = seconds % 3600;
+    if (rest < 60) {
+        return QStringLiteral("Refreshed %1h ago").arg(hours);
+    }
+    return QStringLiteral("Refreshed %1h %2m ago").arg(hours).arg(rest / 60);
+}
+
+QString RoyaltiesStore::nextRefreshText(const QDateTime &now) const {
+    if (!m_isNetworkAvailable) {
+        return QStringLiteral(u"Waiting for internet\u2026");
+    }
+    if (m_isLoading) {
+        return QStringLiteral(u"Refreshing now\u2026");
+    }
+    if (!m_nextRefreshAt) {
+        return QStringLiteral("Automatic refresh not scheduled");
+    }
+    if (now < *m_nextRefreshAt) {
+        const auto remaining = static_cast<qint64>(std::ceil(double(now.msecsTo(*m_nextRefreshAt)) / 1000.0));
+        const qint64 hours = remaining / 3600;
+        const qint64 minutes = (remaining % 3600) / 60;
+        const qint64 seconds = remaining % 60;
+        const QString countdown = hours == 0 ? QString::asprintf("%02lld:%02lld", minutes, seconds)
+                                             : QString::asprintf("%lld:%02lld:%02lld", hours, minutes, seconds);
+        return QStringLiteral("Next refresh in ") + countdown;
+    }
+    return QStringLiteral(u"Refresh queued\u2026");
+}
+
+QString RoyaltiesStore::friendlyMessage(const ServiceError &error) {
+    return error.localizedDescription();
+}

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "DevServer.h"
+#include "TestDoubles.h"
+#include "VirtualClock.h"
+#include "store/Preferences.h"
+#include "store/RoyaltiesStore.h"
+
+#include <QNetworkAccessManager>
+#include <QTemporaryDir>
+
+#include <memory>
+
+// A store wired to test doubles, a virtual clock and a development server running in-process, whose
+// own clock follows the virtual one. Tests create the store after arranging the settings, key and
+// app information they want it to start from.
+class StoreFixture
+{
+public:
+    StoreFixture();
+    ~StoreFixture();
+
+    // Settings as a previous run would have left them.
+    Preferences &preferences() { return *m_preferences; }
+    // Drops the settings object and opens the same file again, as a new process would.
+    void reopenPreferences();
+
+    RoyaltiesStore &makeStore();
+    RoyaltiesStore &store() { return *m_store; }
+    void destroyStore() { m_store.reset(); }
+
+    // Connected with the demo key to the development server; no request sent yet.
+    RoyaltiesStore &makeConnectedStore();
+
+    // Statistics requests the server has seen.
+    QList<RecordedRequest> statisticsRequests() const;
+    // Waits (in real time, for real HTTP) until the store has no request in flight.
+    bool waitUntilIdle(int timeoutMs = 5000);
+
+    VirtualClock clock;
+    MemorySecretStore secrets;
+    FakeReachability reachability;
+    FakeDesktopServices desktop;
+    FakeLoginItems loginItems;
+    QNetworkAccessManager network;
+    AppInfo appInfo{QStringLiteral("1.4.0"), std::nullopt};
+    QLocale locale{QLocale::English, QLocale::UnitedStates};
+    std::unique_ptr<DevServer> server;
+
+private:
+    QTemporaryDir m_settingsFolder;
+    std::unique_ptr<Preferences> m_preferences;
+    std::unique_ptr<RoyaltiesStore> m_store;
+};

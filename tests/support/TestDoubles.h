@@ -1,0 +1,71 @@
+#pragma once
+
+#include "platform/DesktopServices.h"
+#include "platform/LoginItemService.h"
+#include "platform/NetworkReachability.h"
+#include "service/SecretStore.h"
+
+#include <QList>
+#include <QUrl>
+
+// A keyring in memory, with a switch that makes saving fail.
+class MemorySecretStore final : public SecretStore
+{
+public:
+    QString loadAPIKey() override { return key; }
+    QCoro::Task<std::optional<RoyaltiesError>> saveAPIKey(QString newKey) override;
+    QCoro::Task<> deleteAPIKey() override;
+
+    QString key;
+    std::optional<RoyaltiesError> failSaveWith;
+    int saves = 0;
+    int deletes = 0;
+};
+
+// A network monitor the test drives by hand.
+class FakeReachability final : public NetworkReachability
+{
+    Q_OBJECT
+
+public:
+    void start() override { ++starts; }
+    void report(bool available) { Q_EMIT availabilityChanged(available); }
+
+    int starts = 0;
+};
+
+// Records the pages the app asks the browser to open.
+class FakeDesktopServices final : public DesktopServices
+{
+public:
+    bool openURL(const QUrl &url) override
+    {
+        openedURLs.append(url);
+        return true;
+    }
+
+    QList<QUrl> openedURLs;
+};
+
+// A login-item service whose status the test sets.
+class FakeLoginItems final : public LoginItemService
+{
+public:
+    Status status() const override { return currentStatus; }
+    std::optional<QString> registerItem() override
+    {
+        ++registrations;
+        return registerFailure;
+    }
+    std::optional<QString> unregisterItem() override
+    {
+        ++unregistrations;
+        return unregisterFailure;
+    }
+
+    Status currentStatus = Status::notRegistered;
+    std::optional<QString> registerFailure;
+    std::optional<QString> unregisterFailure;
+    int registrations = 0;
+    int unregistrations = 0;
+};
