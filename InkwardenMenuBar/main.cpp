@@ -3,7 +3,8 @@
 #include <QCoreApplication>
 #include <QTextStream>
 
-int main(int argc, char *argv[]) {
+int main(int argc, char *argv[])
+{
     QCoreApplication app(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Inkwarden"));
     const QString version = AppInfo::compiledIn().version.value_or(QStringLiteral("Unknown"));

@@ -3,33 +3,39 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-class TestAppInfo : public QObject {
+class TestAppInfo : public QObject
+{
     Q_OBJECT
 
 private Q_SLOTS:
-    void compiledInVersionIsTheProjectVersion() {
+    void compiledInVersionIsTheProjectVersion()
+    {
         const AppInfo info = AppInfo::compiledIn();
         QCOMPARE(info.version, std::optional<QString>(QStringLiteral(INKWARDEN_EXPECTED_VERSION)));
     }
 
-    void missingFileGivesNoValues() {
+    void missingFileGivesNoValues()
+    {
         const AppInfo info = AppInfo::fromFile(QStringLiteral("/nonexistent/app-info.json"));
         QVERIFY(!info.version.has_value());
         QVERIFY(!info.defaultServerURL.has_value());
     }
 
-    void emptyOrMistypedValuesAreAbsent() {
+    void emptyOrMistypedValuesAreAbsent()
+    {
         const AppInfo info = AppInfo::fromFile(writeFile("{\"version\": \"\", \"defaultServerURL\": 8000}"));
         QVERIFY(!info.version.has_value());
         QVERIFY(!info.defaultServerURL.has_value());
     }
 
-    void corruptFileGivesNoValues() {
+    void corruptFileGivesNoValues()
+    {
         const AppInfo info = AppInfo::fromFile(writeFile("{\"version\": \"1.2"));
         QVERIFY(!info.version.has_value());
     }
 
-    void readsBothValues() {
+    void readsBothValues()
+    {
         const AppInfo info = AppInfo::fromFile(
             writeFile("{\"version\": \"2.5.1\", \"defaultServerURL\": \"https://royalties.example\"}"));
         QCOMPARE(info.version, std::optional<QString>(QStringLiteral("2.5.1")));
@@ -37,7 +43,8 @@ private Q_SLOTS:
     }
 
 private:
-    QString writeFile(const QByteArray &content) {
+    QString writeFile(const QByteArray &content)
+    {
         QFile file(m_dir.filePath(QStringLiteral("app-info-%1.json").arg(++m_count)));
         if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size()) {
             qFatal("cannot write test file");

@@ -5,11 +5,13 @@
 
 namespace {
 
-MoneyFormatter formatterFor(const char *locale) {
+MoneyFormatter formatterFor(const char *locale)
+{
     return MoneyFormatter(QLocale(QString::fromLatin1(locale)));
 }
 
-RoyaltySummary summaryOf(double gross, double net, const char *currency) {
+RoyaltySummary summaryOf(double gross, double net, const char *currency)
+{
     RoyaltySummary summary;
     summary.gross = gross;
     summary.net = net;
@@ -19,7 +21,8 @@ RoyaltySummary summaryOf(double gross, double net, const char *currency) {
 
 } // namespace
 
-class TestMoneyFormatter : public QObject {
+class TestMoneyFormatter : public QObject
+{
     Q_OBJECT
 
 private Q_SLOTS:
@@ -44,14 +47,16 @@ private Q_SLOTS:
     void cLocaleReadsAsAmericanEnglish();
 };
 
-void TestMoneyFormatter::lowerCaseDollarCodeIsTreatedAsDollars() {
+void TestMoneyFormatter::lowerCaseDollarCodeIsTreatedAsDollars()
+{
     const MoneyFormatter formatter = formatterFor("en_GB");
     QCOMPARE(formatter.money(12.5, QStringLiteral("usd"), false), QStringLiteral("$12.50"));
     QCOMPARE(formatter.currencySymbol(QStringLiteral("usd")), QStringLiteral("$"));
     QCOMPARE(formatter.money(12.5, QStringLiteral("cad"), false), QStringLiteral("CA$12.50"));
 }
 
-void TestMoneyFormatter::compactKeepsCentsBelowOneThousand() {
+void TestMoneyFormatter::compactKeepsCentsBelowOneThousand()
+{
     const MoneyFormatter formatter = formatterFor("en_US");
     QCOMPARE(formatter.money(999.994, QStringLiteral("USD"), true), QStringLiteral("$999.99"));
     QCOMPARE(formatter.money(-999.994, QStringLiteral("USD"), true), QStringLiteral("-$999.99"));
@@ -59,7 +64,8 @@ void TestMoneyFormatter::compactKeepsCentsBelowOneThousand() {
     QCOMPARE(formatter.money(0, QStringLiteral("USD"), true), QStringLiteral("$0.00"));
 }
 
-void TestMoneyFormatter::compactDropsCentsFromOneThousandInAbsoluteValue() {
+void TestMoneyFormatter::compactDropsCentsFromOneThousandInAbsoluteValue()
+{
     const MoneyFormatter formatter = formatterFor("en_US");
     QCOMPARE(formatter.money(1000, QStringLiteral("USD"), true), QStringLiteral("$1,000"));
     QCOMPARE(formatter.money(-1000, QStringLiteral("USD"), true), QStringLiteral("-$1,000"));
@@ -67,7 +73,8 @@ void TestMoneyFormatter::compactDropsCentsFromOneThousandInAbsoluteValue() {
     QCOMPARE(formatter.money(-25431.2, QStringLiteral("USD"), true), QStringLiteral("-$25,431"));
 }
 
-void TestMoneyFormatter::nonCompactAlwaysShowsTwoFractionDigits() {
+void TestMoneyFormatter::nonCompactAlwaysShowsTwoFractionDigits()
+{
     const MoneyFormatter formatter = formatterFor("en_US");
     QCOMPARE(formatter.money(5, QStringLiteral("USD"), false), QStringLiteral("$5.00"));
     QCOMPARE(formatter.money(1000, QStringLiteral("USD"), false), QStringLiteral("$1,000.00"));
@@ -78,7 +85,8 @@ void TestMoneyFormatter::nonCompactAlwaysShowsTwoFractionDigits() {
     QCOMPARE(formatter.money(1500, QStringLiteral("JPY"), false), QStringLiteral(u"\u00A51,500.00"));
 }
 
-void TestMoneyFormatter::moneyInLocales_data() {
+void TestMoneyFormatter::moneyInLocales_data()
+{
     QTest::addColumn<QString>("locale");
     QTest::addColumn<QString>("currency");
     QTest::addColumn<bool>("compact");
@@ -106,7 +114,8 @@ void TestMoneyFormatter::moneyInLocales_data() {
     row("ja_JP USD compact", "ja_JP", "USD", true, 1000, QStringLiteral("$1,000"));
 }
 
-void TestMoneyFormatter::moneyInLocales() {
+void TestMoneyFormatter::moneyInLocales()
+{
     QFETCH(QString, locale);
     QFETCH(QString, currency);
     QFETCH(bool, compact);
@@ -114,7 +123,8 @@ void TestMoneyFormatter::moneyInLocales() {
     QTEST(MoneyFormatter(QLocale(locale)).money(value, currency, compact), "expected");
 }
 
-void TestMoneyFormatter::dollarSymbolsArePinnedInEveryLocale_data() {
+void TestMoneyFormatter::dollarSymbolsArePinnedInEveryLocale_data()
+{
     QTest::addColumn<QString>("locale");
     QTest::addColumn<QString>("usd");
     QTest::addColumn<QString>("cad");
@@ -130,7 +140,8 @@ void TestMoneyFormatter::dollarSymbolsArePinnedInEveryLocale_data() {
     QTest::newRow("ja_JP") << QStringLiteral("ja_JP") << QStringLiteral("$7.25") << QStringLiteral("CA$7.25");
 }
 
-void TestMoneyFormatter::dollarSymbolsArePinnedInEveryLocale() {
+void TestMoneyFormatter::dollarSymbolsArePinnedInEveryLocale()
+{
     QFETCH(QString, locale);
     const MoneyFormatter formatter{QLocale(locale)};
     QTEST(formatter.money(7.25, QStringLiteral("USD"), false), "usd");
@@ -139,7 +150,8 @@ void TestMoneyFormatter::dollarSymbolsArePinnedInEveryLocale() {
     QCOMPARE(formatter.currencySymbol(QStringLiteral("CAD")), QStringLiteral("CA$"));
 }
 
-void TestMoneyFormatter::unusableCurrencyCodeFallsBackToCodeAndPlainNumber_data() {
+void TestMoneyFormatter::unusableCurrencyCodeFallsBackToCodeAndPlainNumber_data()
+{
     QTest::addColumn<QString>("currency");
     QTest::addColumn<double>("value");
     QTest::addColumn<QString>("expected");
@@ -151,31 +163,36 @@ void TestMoneyFormatter::unusableCurrencyCodeFallsBackToCodeAndPlainNumber_data(
                                          << QStringLiteral("US$ 0.3333333333333333");
 }
 
-void TestMoneyFormatter::unusableCurrencyCodeFallsBackToCodeAndPlainNumber() {
+void TestMoneyFormatter::unusableCurrencyCodeFallsBackToCodeAndPlainNumber()
+{
     QFETCH(QString, currency);
     QFETCH(double, value);
     QTEST(formatterFor("en_US").money(value, currency, false), "expected");
     QTEST(formatterFor("de_DE").money(value, currency, true), "expected");
 }
 
-void TestMoneyFormatter::unknownThreeLetterCodeIsShownAsItsCode() {
+void TestMoneyFormatter::unknownThreeLetterCodeIsShownAsItsCode()
+{
     QCOMPARE(formatterFor("en_US").money(12.5, QStringLiteral("XYZ"), false), QStringLiteral(u"XYZ\u00A012.50"));
     QCOMPARE(formatterFor("en_US").currencySymbol(QStringLiteral("xyz")), QStringLiteral("XYZ"));
 }
 
-void TestMoneyFormatter::menuBarPartsAbsentBeforeFirstRefresh() {
+void TestMoneyFormatter::menuBarPartsAbsentBeforeFirstRefresh()
+{
     const RoyaltySummary summary = summaryOf(0, 0, "USD");
     QVERIFY(!formatterFor("en_US").menuBarMoneyParts(summary, DisplayedRoyalty::gross, false).has_value());
     const RoyaltySummary withFigures = summaryOf(15, 10, "EUR");
     QVERIFY(!formatterFor("en_US").menuBarMoneyParts(withFigures, DisplayedRoyalty::net, false).has_value());
 }
 
-void TestMoneyFormatter::menuBarPartsOfZeroAfterRefresh() {
+void TestMoneyFormatter::menuBarPartsOfZeroAfterRefresh()
+{
     const auto parts = formatterFor("en_US").menuBarMoneyParts(RoyaltySummary(), DisplayedRoyalty::gross, true);
     QCOMPARE(parts, (MenuBarMoneyParts{QStringLiteral("$"), QStringLiteral("0.00")}));
 }
 
-void TestMoneyFormatter::menuBarPartsSplitSymbolAndAmount_data() {
+void TestMoneyFormatter::menuBarPartsSplitSymbolAndAmount_data()
+{
     QTest::addColumn<QString>("locale");
     QTest::addColumn<QString>("currency");
     QTest::addColumn<double>("gross");
@@ -203,7 +220,8 @@ void TestMoneyFormatter::menuBarPartsSplitSymbolAndAmount_data() {
     row("ja_JP JPY", "ja_JP", "JPY", 98765, QStringLiteral(u"\uFFE5"), QStringLiteral("98,765"));
 }
 
-void TestMoneyFormatter::menuBarPartsSplitSymbolAndAmount() {
+void TestMoneyFormatter::menuBarPartsSplitSymbolAndAmount()
+{
     QFETCH(QString, locale);
     QFETCH(QString, currency);
     QFETCH(double, gross);
@@ -216,25 +234,29 @@ void TestMoneyFormatter::menuBarPartsSplitSymbolAndAmount() {
     QTEST(parts->amount, "amount");
 }
 
-void TestMoneyFormatter::menuBarPartsFollowDisplayedRoyalty() {
+void TestMoneyFormatter::menuBarPartsFollowDisplayedRoyalty()
+{
     const RoyaltySummary summary = summaryOf(1500, 87.25, "USD");
     const MoneyFormatter formatter = formatterFor("en_US");
     QCOMPARE(formatter.menuBarMoneyParts(summary, DisplayedRoyalty::gross, true)->amount, QStringLiteral("1,500"));
     QCOMPARE(formatter.menuBarMoneyParts(summary, DisplayedRoyalty::net, true)->amount, QStringLiteral("87.25"));
 }
 
-void TestMoneyFormatter::menuBarSymbolFallsBackToCode() {
+void TestMoneyFormatter::menuBarSymbolFallsBackToCode()
+{
     const auto parts = formatterFor("en_US").menuBarMoneyParts(summaryOf(3, 3, "EURO"), DisplayedRoyalty::gross, true);
     QCOMPARE(parts, (MenuBarMoneyParts{QStringLiteral("EURO"), QStringLiteral("3.00")}));
 }
 
-void TestMoneyFormatter::highlightedRoyaltyFollowsDisplayedRoyalty() {
+void TestMoneyFormatter::highlightedRoyaltyFollowsDisplayedRoyalty()
+{
     const RoyaltySummary summary = summaryOf(120.5, -4.25, "USD");
     QCOMPARE(MoneyFormatter::highlightedRoyalty(summary, DisplayedRoyalty::gross), 120.5);
     QCOMPARE(MoneyFormatter::highlightedRoyalty(summary, DisplayedRoyalty::net), -4.25);
 }
 
-void TestMoneyFormatter::cLocaleReadsAsAmericanEnglish() {
+void TestMoneyFormatter::cLocaleReadsAsAmericanEnglish()
+{
     const MoneyFormatter formatter(QLocale::c());
     QCOMPARE(formatter.locale(), QLocale(QLocale::English, QLocale::UnitedStates));
     QCOMPARE(formatter.money(1234.5, QStringLiteral("EUR"), false), QStringLiteral(u"\u20AC1,234.50"));

@@ -3,16 +3,19 @@
 
 #include <QTest>
 
-class TestRoyaltiesError : public QObject {
+class TestRoyaltiesError : public QObject
+{
     Q_OBJECT
 
 private Q_SLOTS:
-    void serverErrorShowsItsMessageUnchanged() {
+    void serverErrorShowsItsMessageUnchanged()
+    {
         QCOMPARE(RoyaltiesError::server(QStringLiteral(" Invalid API key. ")).errorDescription(),
                  QStringLiteral(" Invalid API key. "));
     }
 
-    void fixedDescriptions() {
+    void fixedDescriptions()
+    {
         QCOMPARE(RoyaltiesError::invalidServerURL().errorDescription(),
                  QStringLiteral("Enter a valid server URL, including http:// or https://."));
         QCOMPARE(RoyaltiesError::missingAPIKey().errorDescription(), QStringLiteral("Enter your Inkwarden API key."));
@@ -20,7 +23,8 @@ private Q_SLOTS:
                  QStringLiteral("Inkwarden returned an unexpected response."));
     }
 
-    void rateLimitWaitIsRoundedUpToWholeSeconds_data() {
+    void rateLimitWaitIsRoundedUpToWholeSeconds_data()
+    {
         QTest::addColumn<double>("retryAfter");
         QTest::addColumn<QString>("expected");
         QTest::newRow("120") << 120.0 << QStringLiteral("Please wait 120 seconds before requesting royalties again.");
@@ -37,7 +41,8 @@ private Q_SLOTS:
                                << QStringLiteral("Please wait 86401 seconds before requesting royalties again.");
     }
 
-    void rateLimitWaitIsRoundedUpToWholeSeconds() {
+    void rateLimitWaitIsRoundedUpToWholeSeconds()
+    {
         QFETCH(double, retryAfter);
         const RoyaltiesError error = RoyaltiesError::rateLimited(retryAfter);
         QCOMPARE(error.kind(), RoyaltiesError::Kind::rateLimited);
@@ -45,7 +50,8 @@ private Q_SLOTS:
         QTEST(error.errorDescription(), "expected");
     }
 
-    void serviceErrorDescribesBothKinds() {
+    void serviceErrorDescribesBothKinds()
+    {
         const ServiceError royalties(RoyaltiesError::missingAPIKey());
         QVERIFY(royalties.royaltiesError() != nullptr);
         QVERIFY(royalties.transportError() == nullptr);

@@ -420,7 +420,7 @@ void TestRoyaltiesService::serverErrorWithoutErrorBodySaysTheStatus()
 {
     Fault fault;
     fault.status = 500;
-    fault.htmlBody = true;
+    fault.htmlBody = true; // an HTML page from a gateway, not the service's JSON
     m_server->faults().set(Route::Stats, fault);
     const auto result =
         awaitResult(m_service->fetchSummary(address(), ApiKeys::demoKey(), QString(), RoyaltyPeriod::today));

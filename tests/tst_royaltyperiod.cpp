@@ -5,17 +5,20 @@
 
 namespace {
 
-QDateTime utc(int year, int month, int day, int hour = 0, int minute = 0) {
+QDateTime utc(int year, int month, int day, int hour = 0, int minute = 0)
+{
     return QDateTime(QDate(year, month, day), QTime(hour, minute), QTimeZone::utc());
 }
 
-QDateTime local(const QTimeZone &zone, int year, int month, int day, int hour = 0, int minute = 0) {
+QDateTime local(const QTimeZone &zone, int year, int month, int day, int hour = 0, int minute = 0)
+{
     return QDateTime(QDate(year, month, day), QTime(hour, minute), zone);
 }
 
 } // namespace
 
-class TestRoyaltyPeriod : public QObject {
+class TestRoyaltyPeriod : public QObject
+{
     Q_OBJECT
 
 private Q_SLOTS:
@@ -40,14 +43,16 @@ private Q_SLOTS:
     void monthAndYesterdayAroundMidnightTransition();
 };
 
-void TestRoyaltyPeriod::rawValuesAreTheTitles() {
+void TestRoyaltyPeriod::rawValuesAreTheTitles()
+{
     QCOMPARE(RoyaltyPeriod(RoyaltyPeriod::today).rawValue(), QStringLiteral("Today"));
     QCOMPARE(RoyaltyPeriod(RoyaltyPeriod::yesterday).rawValue(), QStringLiteral("Yesterday"));
     QCOMPARE(RoyaltyPeriod(RoyaltyPeriod::thisMonth).rawValue(), QStringLiteral("This Month"));
     QCOMPARE(RoyaltyPeriod(RoyaltyPeriod::thisMonth).id(), QStringLiteral("This Month"));
 }
 
-void TestRoyaltyPeriod::allCasesAreInPickerOrder() {
+void TestRoyaltyPeriod::allCasesAreInPickerOrder()
+{
     constexpr auto cases = RoyaltyPeriod::allCases();
     QCOMPARE(cases.size(), std::size_t(3));
     QVERIFY(cases[0] == RoyaltyPeriod::today);
@@ -55,7 +60,8 @@ void TestRoyaltyPeriod::allCasesAreInPickerOrder() {
     QVERIFY(cases[2] == RoyaltyPeriod::thisMonth);
 }
 
-void TestRoyaltyPeriod::rawValueRoundTrips() {
+void TestRoyaltyPeriod::rawValueRoundTrips()
+{
     for (const RoyaltyPeriod period : RoyaltyPeriod::allCases()) {
         const auto parsed = RoyaltyPeriod::fromRawValue(period.rawValue());
         QVERIFY(parsed.has_value());
@@ -63,7 +69,8 @@ void TestRoyaltyPeriod::rawValueRoundTrips() {
     }
 }
 
-void TestRoyaltyPeriod::unknownRawValueConstructsNothing_data() {
+void TestRoyaltyPeriod::unknownRawValueConstructsNothing_data()
+{
     QTest::addColumn<QString>("raw");
     QTest::newRow("lower case") << QStringLiteral("today");
     QTest::newRow("case name") << QStringLiteral("thisMonth");
@@ -72,49 +79,57 @@ void TestRoyaltyPeriod::unknownRawValueConstructsNothing_data() {
     QTest::newRow("empty") << QString();
 }
 
-void TestRoyaltyPeriod::unknownRawValueConstructsNothing() {
+void TestRoyaltyPeriod::unknownRawValueConstructsNothing()
+{
     QFETCH(QString, raw);
     QVERIFY(!RoyaltyPeriod::fromRawValue(raw).has_value());
 }
 
-void TestRoyaltyPeriod::periodsAreHashable() {
+void TestRoyaltyPeriod::periodsAreHashable()
+{
     const QSet<RoyaltyPeriod> periods{RoyaltyPeriod::today, RoyaltyPeriod::today, RoyaltyPeriod::thisMonth};
     QCOMPARE(periods.size(), 2);
     QVERIFY(periods.contains(RoyaltyPeriod::thisMonth));
     QVERIFY(!periods.contains(RoyaltyPeriod::yesterday));
 }
 
-void TestRoyaltyPeriod::todayStartsAndEndsAtStartOfToday() {
+void TestRoyaltyPeriod::todayStartsAndEndsAtStartOfToday()
+{
     const auto [start, end] = RoyaltyPeriod(RoyaltyPeriod::today).dates(QTimeZone::utc(), utc(2026, 11, 21, 15, 42));
     QCOMPARE(start, utc(2026, 11, 21));
     QCOMPARE(end, start);
 }
 
-void TestRoyaltyPeriod::yesterdayIsTheDayBefore() {
+void TestRoyaltyPeriod::yesterdayIsTheDayBefore()
+{
     const auto [start, end] = RoyaltyPeriod(RoyaltyPeriod::yesterday).dates(QTimeZone::utc(), utc(2026, 11, 21, 0, 5));
     QCOMPARE(start, utc(2026, 11, 20));
     QCOMPARE(end, start);
 }
 
-void TestRoyaltyPeriod::yesterdayOnFirstOfMonthIsLastDayOfPreviousMonth() {
+void TestRoyaltyPeriod::yesterdayOnFirstOfMonthIsLastDayOfPreviousMonth()
+{
     const auto [start, end] = RoyaltyPeriod(RoyaltyPeriod::yesterday).dates(QTimeZone::utc(), utc(2026, 3, 1, 9));
     QCOMPARE(start, utc(2026, 2, 28));
     QCOMPARE(end, utc(2026, 2, 28));
 }
 
-void TestRoyaltyPeriod::yesterdayOnNewYearsDayIsLastDayOfPreviousYear() {
+void TestRoyaltyPeriod::yesterdayOnNewYearsDayIsLastDayOfPreviousYear()
+{
     const auto [start, end] = RoyaltyPeriod(RoyaltyPeriod::yesterday).dates(QTimeZone::utc(), utc(2027, 1, 1, 23, 59));
     QCOMPARE(start, utc(2026, 12, 31));
     QCOMPARE(end, utc(2026, 12, 31));
 }
 
-void TestRoyaltyPeriod::thisMonthEndsAtStartOfTomorrow() {
+void TestRoyaltyPeriod::thisMonthEndsAtStartOfTomorrow()
+{
     const auto [start, end] = RoyaltyPeriod(RoyaltyPeriod::thisMonth).dates(QTimeZone::utc(), utc(2026, 11, 21, 18));
     QCOMPARE(start, utc(2026, 11, 1));
     QCOMPARE(end, utc(2026, 11, 22));
 }
 
-void TestRoyaltyPeriod::thisMonthOnLastDayEndsAtStartOfToday() {
+void TestRoyaltyPeriod::thisMonthOnLastDayEndsAtStartOfToday()
+{
     const auto [start, end] =
         RoyaltyPeriod(RoyaltyPeriod::thisMonth).dates(QTimeZone::utc(), utc(2026, 11, 30, 23, 59));
     QCOMPARE(start, utc(2026, 11, 1));
@@ -126,19 +141,22 @@ void TestRoyaltyPeriod::thisMonthOnLastDayEndsAtStartOfToday() {
     QCOMPARE(decemberEnd, utc(2026, 12, 31));
 }
 
-void TestRoyaltyPeriod::thisMonthOnFirstDayStartsAtStartOfToday() {
+void TestRoyaltyPeriod::thisMonthOnFirstDayStartsAtStartOfToday()
+{
     const auto [start, end] = RoyaltyPeriod(RoyaltyPeriod::thisMonth).dates(QTimeZone::utc(), utc(2026, 12, 1, 7));
     QCOMPARE(start, utc(2026, 12, 1));
     QCOMPARE(end, utc(2026, 12, 2));
 }
 
-void TestRoyaltyPeriod::thisMonthOnLastDayOfFebruaryInLeapYear() {
+void TestRoyaltyPeriod::thisMonthOnLastDayOfFebruaryInLeapYear()
+{
     const RoyaltyPeriod month = RoyaltyPeriod::thisMonth;
     QCOMPARE(month.dates(QTimeZone::utc(), utc(2028, 2, 28, 10)).end, utc(2028, 2, 29));
     QCOMPARE(month.dates(QTimeZone::utc(), utc(2028, 2, 29, 10)).end, utc(2028, 2, 29));
 }
 
-void TestRoyaltyPeriod::daysFollowTheCalendarTimeZone() {
+void TestRoyaltyPeriod::daysFollowTheCalendarTimeZone()
+{
     // 16:00 UTC on the last of November is already 1 December in Tokyo.
     const QTimeZone tokyo("Asia/Tokyo");
     QVERIFY(tokyo.isValid());
@@ -151,7 +169,8 @@ void TestRoyaltyPeriod::daysFollowTheCalendarTimeZone() {
     QCOMPARE(monthEnd, local(tokyo, 2026, 12, 2));
 }
 
-void TestRoyaltyPeriod::startOfDayAcrossSpringForward() {
+void TestRoyaltyPeriod::startOfDayAcrossSpringForward()
+{
     // 29 March 2026 in Berlin has 23 hours; tomorrow still starts at local midnight.
     const QTimeZone berlin("Europe/Berlin");
     QVERIFY(berlin.isValid());
@@ -166,7 +185,8 @@ void TestRoyaltyPeriod::startOfDayAcrossSpringForward() {
     QCOMPARE(todayStart.secsTo(monthEnd), qint64(23 * 3600));
 }
 
-void TestRoyaltyPeriod::startOfDayAcrossFallBack() {
+void TestRoyaltyPeriod::startOfDayAcrossFallBack()
+{
     // 25 October 2026 in Berlin has 25 hours.
     const QTimeZone berlin("Europe/Berlin");
     const QDateTime now = local(berlin, 2026, 10, 25, 23, 30);
@@ -179,7 +199,8 @@ void TestRoyaltyPeriod::startOfDayAcrossFallBack() {
     QCOMPARE(yesterdayStart.toUTC(), utc(2026, 10, 23, 22));
 }
 
-void TestRoyaltyPeriod::dayThatBeginsAtOneInTheMorning() {
+void TestRoyaltyPeriod::dayThatBeginsAtOneInTheMorning()
+{
     // Havana moves its clocks from midnight to 01:00 on 8 March 2026: that day has no 00:00.
     const QTimeZone havana("America/Havana");
     QVERIFY(havana.isValid());
@@ -190,7 +211,8 @@ void TestRoyaltyPeriod::dayThatBeginsAtOneInTheMorning() {
     QCOMPARE(end, start);
 }
 
-void TestRoyaltyPeriod::monthAndYesterdayAroundMidnightTransition() {
+void TestRoyaltyPeriod::monthAndYesterdayAroundMidnightTransition()
+{
     // On 9 March the previous day (the short one) starts at its 01:00, and the month span still
     // ends at the start of tomorrow.
     const QTimeZone havana("America/Havana");

@@ -10,7 +10,8 @@
 
 namespace {
 
-BookStatsRow rowWithCurrency(const QString &currency, double gross) {
+BookStatsRow rowWithCurrency(const QString &currency, double gross)
+{
     BookStatsRow row;
     row.currency = currency;
     row.grossRoyalty = gross;
@@ -19,7 +20,8 @@ BookStatsRow rowWithCurrency(const QString &currency, double gross) {
 
 // Runs `work` in a child process and tells how it ended: the signal that stopped it, or 0.
 template <typename Work>
-int signalOfChild(Work work) {
+int signalOfChild(Work work)
+{
     const pid_t child = fork();
     if (child == 0) {
         // The test framework's crash handler would catch the signal; the child needs the plain one.
@@ -34,7 +36,8 @@ int signalOfChild(Work work) {
 
 } // namespace
 
-class TestRoyaltySummary : public QObject {
+class TestRoyaltySummary : public QObject
+{
     Q_OBJECT
 
 private Q_SLOTS:
@@ -58,7 +61,8 @@ private Q_SLOTS:
     void realisticTableFolds();
 };
 
-void TestRoyaltySummary::emptySummaryIsAllZeroInDollars() {
+void TestRoyaltySummary::emptySummaryIsAllZeroInDollars()
+{
     const RoyaltySummary summary;
     QCOMPARE(summary.gross, 0.0);
     QCOMPARE(summary.spending, 0.0);
@@ -69,25 +73,29 @@ void TestRoyaltySummary::emptySummaryIsAllZeroInDollars() {
     QCOMPARE(summary.currency, QStringLiteral("USD"));
 }
 
-void TestRoyaltySummary::emptyTableFoldsToEmptySummary() {
+void TestRoyaltySummary::emptyTableFoldsToEmptySummary()
+{
     QCOMPARE(RoyaltySummary::folding({}), RoyaltySummary());
 }
 
-void TestRoyaltySummary::rowWithEveryMemberAbsentChangesNothing() {
+void TestRoyaltySummary::rowWithEveryMemberAbsentChangesNothing()
+{
     RoyaltySummary summary = RoyaltySummary::folding({rowWithCurrency(QStringLiteral("EUR"), 4.5)});
     const RoyaltySummary before = summary;
     summary.add(BookStatsRow());
     QCOMPARE(summary, before);
 }
 
-void TestRoyaltySummary::emptyCurrencyDoesNotOverwriteEarlierCurrency() {
+void TestRoyaltySummary::emptyCurrencyDoesNotOverwriteEarlierCurrency()
+{
     const RoyaltySummary summary =
         RoyaltySummary::folding({rowWithCurrency(QStringLiteral("EUR"), 1), rowWithCurrency(QString(), 2)});
     QCOMPARE(summary.currency, QStringLiteral("EUR"));
     QCOMPARE(summary.gross, 3.0);
 }
 
-void TestRoyaltySummary::lastNonEmptyCurrencyWins() {
+void TestRoyaltySummary::lastNonEmptyCurrencyWins()
+{
     const RoyaltySummary summary = RoyaltySummary::folding(
         {rowWithCurrency(QStringLiteral("EUR"), 10.25), rowWithCurrency(QStringLiteral("GBP"), 5.5)});
     QCOMPARE(summary.currency, QStringLiteral("GBP"));
@@ -95,13 +103,15 @@ void TestRoyaltySummary::lastNonEmptyCurrencyWins() {
     QCOMPARE(summary.gross, 15.75);
 }
 
-void TestRoyaltySummary::tableWithoutCurrencyKeepsDollars() {
+void TestRoyaltySummary::tableWithoutCurrencyKeepsDollars()
+{
     BookStatsRow row;
     row.netRoyalty = 3;
     QCOMPARE(RoyaltySummary::folding({row, row}).currency, QStringLiteral("USD"));
 }
 
-void TestRoyaltySummary::eachRowFieldAddsToItsSummaryField() {
+void TestRoyaltySummary::eachRowFieldAddsToItsSummaryField()
+{
     BookStatsRow row;
     row.grossRoyalty = 1;
     row.spending = 2;
@@ -142,7 +152,8 @@ void TestRoyaltySummary::eachRowFieldAddsToItsSummaryField() {
     QVERIFY(summary.customFormats.isEmpty());
 }
 
-void TestRoyaltySummary::moneyIsSummedInRowOrder() {
+void TestRoyaltySummary::moneyIsSummedInRowOrder()
+{
     // Floating-point addition is not associative: the fold must add row by row, nothing cleverer.
     const auto fold = [](std::initializer_list<double> amounts) {
         QList<BookStatsRow> rows;
@@ -161,7 +172,8 @@ void TestRoyaltySummary::moneyIsSummedInRowOrder() {
     QVERIFY(fold({0.1, 0.2, 0.3}) != fold({0.3, 0.2, 0.1}));
 }
 
-void TestRoyaltySummary::countsAddAcrossRows() {
+void TestRoyaltySummary::countsAddAcrossRows()
+{
     BookStatsRow big;
     big.totalReads = 9007199254740993; // beyond double precision: still exact
     BookStatsRow one;
@@ -169,7 +181,8 @@ void TestRoyaltySummary::countsAddAcrossRows() {
     QCOMPARE(RoyaltySummary::folding({big, one, BookStatsRow()}).reads, qint64(9007199254740994));
 }
 
-void TestRoyaltySummary::countsUpToTheLimitDoNotStop() {
+void TestRoyaltySummary::countsUpToTheLimitDoNotStop()
+{
     BookStatsRow nearMax;
     nearMax.paperbackUnits = std::numeric_limits<qint64>::max() - 1;
     BookStatsRow one;
@@ -183,7 +196,8 @@ void TestRoyaltySummary::countsUpToTheLimitDoNotStop() {
     QCOMPARE(RoyaltySummary::folding({nearMin, minusOne}).paperbackUnits, std::numeric_limits<qint64>::min());
 }
 
-void TestRoyaltySummary::countOverflowStopsTheProgram() {
+void TestRoyaltySummary::countOverflowStopsTheProgram()
+{
     BookStatsRow max;
     max.hardcoverUnits = std::numeric_limits<qint64>::max();
     BookStatsRow one;
@@ -200,7 +214,8 @@ void TestRoyaltySummary::countOverflowStopsTheProgram() {
     QCOMPARE(signalOfChild([&] { (void)RoyaltySummary::folding({max, minusOne}); }), 0);
 }
 
-void TestRoyaltySummary::customFormatOverflowStopsTheProgram() {
+void TestRoyaltySummary::customFormatOverflowStopsTheProgram()
+{
     BookStatsRow max;
     max.customFormatUnits = QMap<QString, qint64>{{QStringLiteral("Box set"), std::numeric_limits<qint64>::max()}};
     BookStatsRow one;
@@ -208,7 +223,8 @@ void TestRoyaltySummary::customFormatOverflowStopsTheProgram() {
     QCOMPARE(signalOfChild([&] { (void)RoyaltySummary::folding({max, one}); }), SIGABRT);
 }
 
-void TestRoyaltySummary::customFormatOnlyInRoyaltiesGetsZeroUnits() {
+void TestRoyaltySummary::customFormatOnlyInRoyaltiesGetsZeroUnits()
+{
     BookStatsRow row;
     row.customFormatRoyalties = QMap<QString, double>{{QStringLiteral("Box set"), 8.99}};
     const RoyaltySummary summary = RoyaltySummary::folding({row});
@@ -216,7 +232,8 @@ void TestRoyaltySummary::customFormatOnlyInRoyaltiesGetsZeroUnits() {
     QCOMPARE(summary.customFormats.value(QStringLiteral("Box set")), (FormatSalesSummary{0, 8.99}));
 }
 
-void TestRoyaltySummary::customFormatOnlyInUnitsGetsZeroRoyalties() {
+void TestRoyaltySummary::customFormatOnlyInUnitsGetsZeroRoyalties()
+{
     BookStatsRow row;
     row.customFormatUnits = QMap<QString, qint64>{{QStringLiteral("Large print"), 3}};
     row.customFormatRoyalties = QMap<QString, double>{};
@@ -225,7 +242,8 @@ void TestRoyaltySummary::customFormatOnlyInUnitsGetsZeroRoyalties() {
     QCOMPARE(summary.customFormats.value(QStringLiteral("Large print")), (FormatSalesSummary{3, 0}));
 }
 
-void TestRoyaltySummary::sameCustomFormatAccumulatesAcrossRows() {
+void TestRoyaltySummary::sameCustomFormatAccumulatesAcrossRows()
+{
     BookStatsRow first;
     first.customFormatUnits = QMap<QString, qint64>{{QStringLiteral("Box set"), 2}};
     first.customFormatRoyalties = QMap<QString, double>{{QStringLiteral("Box set"), 10.5}};
@@ -238,7 +256,8 @@ void TestRoyaltySummary::sameCustomFormatAccumulatesAcrossRows() {
     QCOMPARE(summary.customFormats.value(QStringLiteral("Box set")), (FormatSalesSummary{7, 11.75}));
 }
 
-void TestRoyaltySummary::customFormatNamesAreComparedExactly() {
+void TestRoyaltySummary::customFormatNamesAreComparedExactly()
+{
     BookStatsRow row;
     row.customFormatUnits = QMap<QString, qint64>{
         {QStringLiteral("Box set"), 1}, {QStringLiteral("box set"), 2}, {QStringLiteral("Box set "), 3}};
@@ -248,7 +267,8 @@ void TestRoyaltySummary::customFormatNamesAreComparedExactly() {
     QCOMPARE(summary.customFormats.value(QStringLiteral("Box set ")).units, qint64(3));
 }
 
-void TestRoyaltySummary::customFormatWithZeroValuesIsStillCreated() {
+void TestRoyaltySummary::customFormatWithZeroValuesIsStillCreated()
+{
     BookStatsRow row;
     row.customFormatUnits = QMap<QString, qint64>{{QStringLiteral("Zine"), 0}};
     row.customFormatRoyalties = QMap<QString, double>{{QStringLiteral("Zine"), 0.0}};
@@ -257,7 +277,8 @@ void TestRoyaltySummary::customFormatWithZeroValuesIsStillCreated() {
     QCOMPARE(summary.customFormats.value(QStringLiteral("Zine")), FormatSalesSummary());
 }
 
-void TestRoyaltySummary::realisticTableFolds() {
+void TestRoyaltySummary::realisticTableFolds()
+{
     QFile file(QStringLiteral(INKWARDEN_TEST_DATA "/book-stats-realistic.json"));
     QVERIFY(file.open(QIODevice::ReadOnly));
     const auto response = BookStatsResponse::decode(file.readAll());

@@ -7,11 +7,13 @@
 namespace {
 
 // Stands in for the store's money text, so the tests see which amount each metric picks.
-QString fakeMoney(double value) {
+QString fakeMoney(double value)
+{
     return QStringLiteral("money(") + QString::number(value) + u')';
 }
 
-RoyaltySummary summaryWithCounts(qint64 count) {
+RoyaltySummary summaryWithCounts(qint64 count)
+{
     RoyaltySummary summary;
     summary.paidEbookUnits = count;
     summary.paperbackUnits = count;
@@ -28,7 +30,8 @@ const QLocale english(QLocale::English, QLocale::UnitedStates);
 
 } // namespace
 
-class TestSalesBreakdownMetric : public QObject {
+class TestSalesBreakdownMetric : public QObject
+{
     Q_OBJECT
 
 private Q_SLOTS:
@@ -46,7 +49,8 @@ private Q_SLOTS:
     void preOrdersAndFreeEbooksHaveNoRoyaltiesText();
 };
 
-void TestSalesBreakdownMetric::casesAreInBreakdownOrder() {
+void TestSalesBreakdownMetric::casesAreInBreakdownOrder()
+{
     QStringList raw;
     for (const SalesBreakdownMetric metric : SalesBreakdownMetric::allCases()) {
         raw.append(metric.rawValue());
@@ -57,21 +61,24 @@ void TestSalesBreakdownMetric::casesAreInBreakdownOrder() {
                                QStringLiteral("freeEbooks")}));
 }
 
-void TestSalesBreakdownMetric::rawValueIsCaseName() {
+void TestSalesBreakdownMetric::rawValueIsCaseName()
+{
     for (const SalesBreakdownMetric metric : SalesBreakdownMetric::allCases()) {
         QCOMPARE(metric.id(), metric.rawValue());
         QVERIFY(SalesBreakdownMetric::fromRawValue(metric.rawValue()) == metric);
     }
 }
 
-void TestSalesBreakdownMetric::unknownRawValueConstructsNothing() {
+void TestSalesBreakdownMetric::unknownRawValueConstructsNothing()
+{
     QVERIFY(!SalesBreakdownMetric::fromRawValue(QStringLiteral("upcomingPreOrders")).has_value());
     QVERIFY(!SalesBreakdownMetric::fromRawValue(QStringLiteral("PaidEbooks")).has_value());
     QVERIFY(!SalesBreakdownMetric::fromRawValue(QStringLiteral("Paid ebooks")).has_value());
     QVERIFY(!SalesBreakdownMetric::fromRawValue(QString()).has_value());
 }
 
-void TestSalesBreakdownMetric::metricsAreHashable() {
+void TestSalesBreakdownMetric::metricsAreHashable()
+{
     QSet<SalesBreakdownMetric> set;
     for (const SalesBreakdownMetric metric : SalesBreakdownMetric::allCases()) {
         set.insert(metric);
@@ -80,7 +87,8 @@ void TestSalesBreakdownMetric::metricsAreHashable() {
     QCOMPARE(set.size(), 8);
 }
 
-void TestSalesBreakdownMetric::presentation_data() {
+void TestSalesBreakdownMetric::presentation_data()
+{
     QTest::addColumn<int>("metric");
     QTest::addColumn<QString>("title");
     QTest::addColumn<QString>("icon");
@@ -99,7 +107,8 @@ void TestSalesBreakdownMetric::presentation_data() {
     row(SalesBreakdownMetric::freeEbooks, "Free ebooks", "arrow.down.circle", "cyan");
 }
 
-void TestSalesBreakdownMetric::presentation() {
+void TestSalesBreakdownMetric::presentation()
+{
     QFETCH(int, metric);
     const SalesBreakdownMetric value = SalesBreakdownMetric::Case(metric);
     QTEST(value.title(), "title");
@@ -107,7 +116,8 @@ void TestSalesBreakdownMetric::presentation() {
     QTEST(systemColorName(value.color()), "color");
 }
 
-void TestSalesBreakdownMetric::unitsText_data() {
+void TestSalesBreakdownMetric::unitsText_data()
+{
     QTest::addColumn<int>("metric");
     QTest::addColumn<qint64>("count");
     QTest::addColumn<QString>("expected");
@@ -138,14 +148,16 @@ void TestSalesBreakdownMetric::unitsText_data() {
                                              << QStringLiteral("9,007,199,254,740,993 downloads");
 }
 
-void TestSalesBreakdownMetric::unitsText() {
+void TestSalesBreakdownMetric::unitsText()
+{
     QFETCH(int, metric);
     QFETCH(qint64, count);
     QTEST(SalesBreakdownMetric(SalesBreakdownMetric::Case(metric)).unitsText(summaryWithCounts(count), english),
           "expected");
 }
 
-void TestSalesBreakdownMetric::unitsTextUsesLocaleGrouping_data() {
+void TestSalesBreakdownMetric::unitsTextUsesLocaleGrouping_data()
+{
     QTest::addColumn<QLocale>("locale");
     QTest::addColumn<QString>("expected");
     QTest::newRow("en_US") << QLocale(QStringLiteral("en_US")) << QStringLiteral("1,234 units");
@@ -155,13 +167,15 @@ void TestSalesBreakdownMetric::unitsTextUsesLocaleGrouping_data() {
     QTest::newRow("ja_JP") << QLocale(QStringLiteral("ja_JP")) << QStringLiteral("1,234 units");
 }
 
-void TestSalesBreakdownMetric::unitsTextUsesLocaleGrouping() {
+void TestSalesBreakdownMetric::unitsTextUsesLocaleGrouping()
+{
     QFETCH(QLocale, locale);
     QTEST(SalesBreakdownMetric(SalesBreakdownMetric::paperbacks).unitsText(summaryWithCounts(1234), locale),
           "expected");
 }
 
-void TestSalesBreakdownMetric::royaltiesTextReadsEachMetricsAmount() {
+void TestSalesBreakdownMetric::royaltiesTextReadsEachMetricsAmount()
+{
     RoyaltySummary summary;
     summary.paidEbookRoyalties = 1;
     summary.paperbackRoyalties = 2;
@@ -183,7 +197,8 @@ void TestSalesBreakdownMetric::royaltiesTextReadsEachMetricsAmount() {
     }
 }
 
-void TestSalesBreakdownMetric::preOrdersAndFreeEbooksHaveNoRoyaltiesText() {
+void TestSalesBreakdownMetric::preOrdersAndFreeEbooksHaveNoRoyaltiesText()
+{
     RoyaltySummary summary;
     summary.gross = 10;
     int calls = 0;

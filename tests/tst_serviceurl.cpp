@@ -8,11 +8,13 @@ const QString statsPath = QStringLiteral("/api/v1/mac/bookStatsAPI/");
 
 } // namespace
 
-class TestServiceURL : public QObject {
+class TestServiceURL : public QObject
+{
     Q_OBJECT
 
 private Q_SLOTS:
-    void blanksAndTrailingSlashesGiveExactlyOneSlash() {
+    void blanksAndTrailingSlashesGiveExactlyOneSlash()
+    {
         const auto url =
             RoyaltiesService::makeURL(QStringLiteral("  \t https://royalties.example.com/// \n"), statsPath,
                                       {{QStringLiteral("start_date"), QStringLiteral("2026-11-21")}});
@@ -21,14 +23,16 @@ private Q_SLOTS:
                  QStringLiteral("https://royalties.example.com/api/v1/mac/bookStatsAPI/?start_date=2026-11-21"));
     }
 
-    void basePathIsKept() {
+    void basePathIsKept()
+    {
         const auto url = RoyaltiesService::makeURL(QStringLiteral("http://localhost:8000/inkwarden/"), statsPath, {});
         QVERIFY(url.hasValue());
         QCOMPARE(url.value().path(), QStringLiteral("/inkwarden/api/v1/mac/bookStatsAPI/"));
         QCOMPARE(url.value().port(), 8000);
     }
 
-    void unusableAddressFailsWithInvalidServerURL_data() {
+    void unusableAddressFailsWithInvalidServerURL_data()
+    {
         QTest::addColumn<QString>("address");
         QTest::newRow("no scheme") << QStringLiteral("royalties.example.com");
         QTest::newRow("host and port only") << QStringLiteral("localhost:8000");
@@ -42,7 +46,8 @@ private Q_SLOTS:
         QTest::newRow("bad port") << QStringLiteral("http://localhost:80a0");
     }
 
-    void unusableAddressFailsWithInvalidServerURL() {
+    void unusableAddressFailsWithInvalidServerURL()
+    {
         QFETCH(QString, address);
         const auto url = RoyaltiesService::makeURL(address, statsPath, {});
         QVERIFY(!url.hasValue());
@@ -52,7 +57,8 @@ private Q_SLOTS:
                  QStringLiteral("Enter a valid server URL, including http:// or https://."));
     }
 
-    void queryItemsKeepTheirOrder() {
+    void queryItemsKeepTheirOrder()
+    {
         const auto url = RoyaltiesService::makeURL(QStringLiteral("http://h"), statsPath,
                                                    {{QStringLiteral("start_date"), QStringLiteral("2026-11-01")},
                                                     {QStringLiteral("end_date"), QStringLiteral("2026-11-22")},
@@ -62,14 +68,16 @@ private Q_SLOTS:
                  QStringLiteral("start_date=2026-11-01&end_date=2026-11-22&account_id=acc%201%262"));
     }
 
-    void emptyQueryListStillSetsAQuery() {
+    void emptyQueryListStillSetsAQuery()
+    {
         const auto url = RoyaltiesService::makeURL(QStringLiteral("http://h/"), statsPath, {});
         QVERIFY(url.hasValue());
         QVERIFY(url.value().hasQuery());
         QCOMPARE(url.value().query(), QString());
     }
 
-    void retryAfterValues_data() {
+    void retryAfterValues_data()
+    {
         QTest::addColumn<QByteArray>("header");
         QTest::addColumn<double>("seconds");
         QTest::newRow("integer") << QByteArray("120") << 120.0;
@@ -83,7 +91,8 @@ private Q_SLOTS:
         QTest::newRow("not a number") << QByteArray("nan") << 3.0;
     }
 
-    void retryAfterValues() {
+    void retryAfterValues()
+    {
         QFETCH(QByteArray, header);
         QTEST(RoyaltiesService::retryAfterSeconds(header), "seconds");
     }

@@ -12,7 +12,8 @@
 
 namespace {
 
-QByteArray testData(const char *name) {
+QByteArray testData(const char *name)
+{
     QFile file(QStringLiteral(INKWARDEN_TEST_DATA "/") + QLatin1String(name));
     if (!file.open(QIODevice::ReadOnly)) {
         qFatal("missing test data %s", name);
@@ -20,7 +21,8 @@ QByteArray testData(const char *name) {
     return file.readAll();
 }
 
-std::optional<BookStatsRow> decodeSingleRow(const QByteArray &rowJson) {
+std::optional<BookStatsRow> decodeSingleRow(const QByteArray &rowJson)
+{
     const std::optional<BookStatsResponse> response = BookStatsResponse::decode("{\"table_data\":[" + rowJson + "]}");
     if (!response || response->tableData.size() != 1) {
         return std::nullopt;
@@ -28,13 +30,15 @@ std::optional<BookStatsRow> decodeSingleRow(const QByteArray &rowJson) {
     return response->tableData.first();
 }
 
-QByteArray accountsBody(const QByteArray &accountJson) {
+QByteArray accountsBody(const QByteArray &accountJson)
+{
     return "{\"accounts\":[" + accountJson + "]}";
 }
 
 } // namespace
 
-class TestWireFormat : public QObject {
+class TestWireFormat : public QObject
+{
     Q_OBJECT
 
 private Q_SLOTS:
@@ -62,6 +66,7 @@ private Q_SLOTS:
     void customFormatUnitsOfWrongTypeFail();
     void customFormatRoyaltiesOfWrongTypeFail();
     void customFormatMapNullIsAbsent();
+    void formatNameOpeningWithByteOrderMarkStaysDistinct();
     void unknownKeysAreIgnoredEverywhere();
     void malformedJsonFails_data();
     void malformedJsonFails();
@@ -88,59 +93,70 @@ private Q_SLOTS:
     void errorBodyWithNonStringErrorFails();
 };
 
-void TestWireFormat::statisticsWithEmptyTableDecodesToNoRows() {
+void TestWireFormat::statisticsWithEmptyTableDecodesToNoRows()
+{
     const auto response = BookStatsResponse::decode(R"({"table_data": []})");
     QVERIFY(response.has_value());
     QVERIFY(response->tableData.isEmpty());
 }
 
-void TestWireFormat::statisticsEmptyObjectFails() {
+void TestWireFormat::statisticsEmptyObjectFails()
+{
     QVERIFY(!BookStatsResponse::decode("{}").has_value());
 }
 
-void TestWireFormat::statisticsTableDataNullFails() {
+void TestWireFormat::statisticsTableDataNullFails()
+{
     QVERIFY(!BookStatsResponse::decode(R"({"table_data": null})").has_value());
 }
 
-void TestWireFormat::statisticsTableDataOfWrongTypeFails() {
+void TestWireFormat::statisticsTableDataOfWrongTypeFails()
+{
     QVERIFY(!BookStatsResponse::decode(R"({"table_data": {}})").has_value());
     QVERIFY(!BookStatsResponse::decode(R"({"table_data": "rows"})").has_value());
     QVERIFY(!BookStatsResponse::decode(R"([{"table_data": []}])").has_value());
 }
 
-void TestWireFormat::statisticsRowThatIsNotAnObjectFails() {
+void TestWireFormat::statisticsRowThatIsNotAnObjectFails()
+{
     QVERIFY(!BookStatsResponse::decode(R"({"table_data": [{}, 3]})").has_value());
     QVERIFY(!BookStatsResponse::decode(R"({"table_data": [null]})").has_value());
 }
 
-void TestWireFormat::rowEmptyObjectHasEveryMemberAbsent() {
+void TestWireFormat::rowEmptyObjectHasEveryMemberAbsent()
+{
     const auto row = decodeSingleRow("{}");
     QVERIFY(row.has_value());
     QCOMPARE(*row, BookStatsRow());
     QVERIFY(!row->currency && !row->grossRoyalty && !row->totalReads && !row->customFormatUnits);
 }
 
-void TestWireFormat::rowNullGrossRoyaltyIsAbsent() {
+void TestWireFormat::rowNullGrossRoyaltyIsAbsent()
+{
     const auto row = decodeSingleRow(R"({"gross_royalty": null, "net_royalty": 4.5})");
     QVERIFY(row.has_value());
     QVERIFY(!row->grossRoyalty.has_value());
     QCOMPARE(row->netRoyalty, std::optional<double>(4.5));
 }
 
-void TestWireFormat::rowStringTotalReadsFailsWholeBody() {
+void TestWireFormat::rowStringTotalReadsFailsWholeBody()
+{
     QVERIFY(!BookStatsResponse::decode(R"({"table_data": [{"gross_royalty": 1.0}, {"total_reads": "12"}]})"));
 }
 
-void TestWireFormat::rowNumberForCurrencyFailsWholeBody() {
+void TestWireFormat::rowNumberForCurrencyFailsWholeBody()
+{
     QVERIFY(!decodeSingleRow(R"({"currency": 840})").has_value());
 }
 
-void TestWireFormat::rowBooleanForMoneyFailsWholeBody() {
+void TestWireFormat::rowBooleanForMoneyFailsWholeBody()
+{
     QVERIFY(!decodeSingleRow(R"({"gross_royalty": true})").has_value());
     QVERIFY(!decodeSingleRow(R"({"spending": "3.50"})").has_value());
 }
 
-void TestWireFormat::rowFractionalIntegerFails_data() {
+void TestWireFormat::rowFractionalIntegerFails_data()
+{
     QTest::addColumn<QByteArray>("row");
     QTest::newRow("total_reads 1.5") << QByteArray(R"({"total_reads": 1.5})");
     QTest::newRow("ebooks_paid_sold 0.1") << QByteArray(R"({"ebooks_paid_sold": 0.1})");
@@ -148,12 +164,14 @@ void TestWireFormat::rowFractionalIntegerFails_data() {
     QTest::newRow("exponent with fraction") << QByteArray(R"({"paperbacks_sold": 1.5e0})");
 }
 
-void TestWireFormat::rowFractionalIntegerFails() {
+void TestWireFormat::rowFractionalIntegerFails()
+{
     QFETCH(QByteArray, row);
     QVERIFY(!decodeSingleRow(row).has_value());
 }
 
-void TestWireFormat::rowIntegralNumberFormsAreAccepted_data() {
+void TestWireFormat::rowIntegralNumberFormsAreAccepted_data()
+{
     QTest::addColumn<QByteArray>("row");
     QTest::addColumn<qint64>("expected");
     QTest::newRow("plain") << QByteArray(R"({"total_reads": 42})") << qint64(42);
@@ -168,7 +186,8 @@ void TestWireFormat::rowIntegralNumberFormsAreAccepted_data() {
                               << std::numeric_limits<qint64>::min();
 }
 
-void TestWireFormat::rowIntegralNumberFormsAreAccepted() {
+void TestWireFormat::rowIntegralNumberFormsAreAccepted()
+{
     QFETCH(QByteArray, row);
     QFETCH(qint64, expected);
     const auto decoded = decodeSingleRow(row);
@@ -176,7 +195,8 @@ void TestWireFormat::rowIntegralNumberFormsAreAccepted() {
     QCOMPARE(decoded->totalReads, std::optional<qint64>(expected));
 }
 
-void TestWireFormat::rowIntegerBeyondDoublePrecisionIsExact() {
+void TestWireFormat::rowIntegerBeyondDoublePrecisionIsExact()
+{
     // 2^53 + 1 has no double of its own; it must come through digit for digit.
     const auto row = decodeSingleRow(R"({"ebooks_paid_sold": 9007199254740993,
                                           "custom_format_units": {"Box set": 9007199254740995}})");
@@ -185,12 +205,14 @@ void TestWireFormat::rowIntegerBeyondDoublePrecisionIsExact() {
     QCOMPARE(row->customFormatUnits->value(QStringLiteral("Box set")), qint64(9007199254740995));
 }
 
-void TestWireFormat::rowIntegerOutsideSixtyFourBitsFails() {
+void TestWireFormat::rowIntegerOutsideSixtyFourBitsFails()
+{
     QVERIFY(!decodeSingleRow(R"({"total_reads": 9223372036854775808})").has_value());
     QVERIFY(!decodeSingleRow(R"({"total_reads": 1e19})").has_value());
 }
 
-void TestWireFormat::rowMoneyAcceptsIntegerJson() {
+void TestWireFormat::rowMoneyAcceptsIntegerJson()
+{
     const auto row = decodeSingleRow(R"({"gross_royalty": 12, "spending": -3, "net_royalty": 9007199254740993})");
     QVERIFY(row.has_value());
     QCOMPARE(*row->grossRoyalty, 12.0);
@@ -198,7 +220,8 @@ void TestWireFormat::rowMoneyAcceptsIntegerJson() {
     QCOMPARE(*row->netRoyalty, 9007199254740992.0);
 }
 
-void TestWireFormat::rowReadsEveryMember() {
+void TestWireFormat::rowReadsEveryMember()
+{
     const auto row = decodeSingleRow(R"({
         "currency": "EUR", "gross_royalty": 1.5, "spending": 2.5, "net_royalty": 3.5,
         "total_read_royalty": 4.5, "total_reads": 5, "ebooks_paid_sold": 6, "ebooks_paid_royalties": 7.5,
@@ -229,7 +252,8 @@ void TestWireFormat::rowReadsEveryMember() {
     QCOMPARE(row->customFormatRoyalties->value(QStringLiteral("Box set")), 19.5);
 }
 
-void TestWireFormat::customFormatMapsAcceptAnyKeyAndEmptyObjects() {
+void TestWireFormat::customFormatMapsAcceptAnyKeyAndEmptyObjects()
+{
     const auto row = decodeSingleRow(R"({"custom_format_units": {"": 1, "large print": 2, "Large Print": 3,
                                                                  "\u00e9dition \"sp\u00e9ciale\"": 4},
                                          "custom_format_royalties": {}})");
@@ -243,7 +267,8 @@ void TestWireFormat::customFormatMapsAcceptAnyKeyAndEmptyObjects() {
     QVERIFY(row->customFormatRoyalties->isEmpty());
 }
 
-void TestWireFormat::customFormatUnitsOfWrongTypeFail_data() {
+void TestWireFormat::customFormatUnitsOfWrongTypeFail_data()
+{
     QTest::addColumn<QByteArray>("row");
     QTest::newRow("array") << QByteArray(R"({"custom_format_units": [1, 2]})");
     QTest::newRow("number") << QByteArray(R"({"custom_format_units": 3})");
@@ -252,25 +277,43 @@ void TestWireFormat::customFormatUnitsOfWrongTypeFail_data() {
     QTest::newRow("null value") << QByteArray(R"({"custom_format_units": {"Box set": null}})");
 }
 
-void TestWireFormat::customFormatUnitsOfWrongTypeFail() {
+void TestWireFormat::customFormatUnitsOfWrongTypeFail()
+{
     QFETCH(QByteArray, row);
     QVERIFY(!decodeSingleRow(row).has_value());
 }
 
-void TestWireFormat::customFormatRoyaltiesOfWrongTypeFail() {
+void TestWireFormat::customFormatRoyaltiesOfWrongTypeFail()
+{
     QVERIFY(!decodeSingleRow(R"({"custom_format_royalties": "none"})").has_value());
     QVERIFY(!decodeSingleRow(R"({"custom_format_royalties": {"Box set": "1.20"}})").has_value());
     QVERIFY(!decodeSingleRow(R"({"custom_format_royalties": {"Box set": null}})").has_value());
 }
 
-void TestWireFormat::customFormatMapNullIsAbsent() {
+void TestWireFormat::customFormatMapNullIsAbsent()
+{
     const auto row = decodeSingleRow(R"({"custom_format_units": null, "custom_format_royalties": null})");
     QVERIFY(row.has_value());
     QVERIFY(!row->customFormatUnits.has_value());
     QVERIFY(!row->customFormatRoyalties.has_value());
 }
 
-void TestWireFormat::unknownKeysAreIgnoredEverywhere() {
+void TestWireFormat::formatNameOpeningWithByteOrderMarkStaysDistinct()
+{
+    const auto row = decodeSingleRow("{\"currency\": \"\xEF\xBB\xBF\", \"custom_format_units\": {\"Box Set\": 3, "
+                                     "\"\xEF\xBB\xBF"
+                                     "Box Set\": 1}}");
+    QVERIFY(row.has_value());
+    QCOMPARE(row->customFormatUnits->size(), 2);
+    QCOMPARE(row->customFormatUnits->value(QStringLiteral("Box Set")), qint64(3));
+    QCOMPARE(row->customFormatUnits->value(QStringLiteral(u"\uFEFFBox Set")), qint64(1));
+    QCOMPARE(*row->currency, QStringLiteral(u"\uFEFF"));
+    // A mark in front of the whole document is no part of any value.
+    QVERIFY(BookStatsResponse::decode("\xEF\xBB\xBF{\"table_data\": []}").has_value());
+}
+
+void TestWireFormat::unknownKeysAreIgnoredEverywhere()
+{
     const auto stats = BookStatsResponse::decode(
         R"({"extra": [1, {"a": null}], "table_data": [{"isbn": 978, "gross_royalty": 2.5, "nested": {"x": []}}]})");
     QVERIFY(stats.has_value());
@@ -285,7 +328,8 @@ void TestWireFormat::unknownKeysAreIgnoredEverywhere() {
     QVERIFY(MacAuthExchangeResponse::decode(R"({"api_key": "k", "user_email": "e", "expires": null})").has_value());
 }
 
-void TestWireFormat::malformedJsonFails_data() {
+void TestWireFormat::malformedJsonFails_data()
+{
     QTest::addColumn<QByteArray>("body");
     QTest::newRow("empty") << QByteArray();
     QTest::newRow("html") << QByteArray("<html><body>Bad gateway</body></html>");
@@ -295,7 +339,8 @@ void TestWireFormat::malformedJsonFails_data() {
     QTest::newRow("top-level string") << QByteArray(R"("table_data")");
 }
 
-void TestWireFormat::malformedJsonFails() {
+void TestWireFormat::malformedJsonFails()
+{
     QFETCH(QByteArray, body);
     QVERIFY(!BookStatsResponse::decode(body).has_value());
     QVERIFY(!AccountsResponse::decode(body).has_value());
@@ -303,7 +348,8 @@ void TestWireFormat::malformedJsonFails() {
     QVERIFY(!APIErrorResponse::decode(body).has_value());
 }
 
-void TestWireFormat::realisticStatisticsBodyDecodes() {
+void TestWireFormat::realisticStatisticsBodyDecodes()
+{
     const auto response = BookStatsResponse::decode(testData("book-stats-realistic.json"));
     QVERIFY(response.has_value());
     QCOMPARE(response->tableData.size(), 3);
@@ -329,7 +375,8 @@ void TestWireFormat::realisticStatisticsBodyDecodes() {
     QCOMPARE(BookStatsResponse::decode(compact), response);
 }
 
-void TestWireFormat::accountWithoutDisplayNameDecodesWithItAbsent() {
+void TestWireFormat::accountWithoutDisplayNameDecodesWithItAbsent()
+{
     const auto response = AccountsResponse::decode(
         accountsBody(R"({"account_id": "a1", "user_email": "a@b.c", "access_type": "owner"})"));
     QVERIFY(response.has_value());
@@ -341,13 +388,15 @@ void TestWireFormat::accountWithoutDisplayNameDecodesWithItAbsent() {
     QVERIFY(!account.displayName.has_value());
 }
 
-void TestWireFormat::accountWithoutAccessTypeFailsWholeList() {
+void TestWireFormat::accountWithoutAccessTypeFailsWholeList()
+{
     QVERIFY(!AccountsResponse::decode(R"({"accounts": [
         {"account_id": "a1", "user_email": "a@b.c", "access_type": "owner"},
         {"account_id": "a2", "user_email": "d@e.f", "display_name": "Second"}]})"));
 }
 
-void TestWireFormat::accountRequiredMembersNullOrMistypedFail_data() {
+void TestWireFormat::accountRequiredMembersNullOrMistypedFail_data()
+{
     QTest::addColumn<QByteArray>("account");
     QTest::newRow("account_id missing") << QByteArray(R"({"user_email": "e", "access_type": "owner"})");
     QTest::newRow("account_id null") << QByteArray(R"({"account_id": null, "user_email": "e", "access_type": "o"})");
@@ -358,12 +407,14 @@ void TestWireFormat::accountRequiredMembersNullOrMistypedFail_data() {
         R"({"account_id": "a", "user_email": "e", "access_type": "o", "display_name": 3})");
 }
 
-void TestWireFormat::accountRequiredMembersNullOrMistypedFail() {
+void TestWireFormat::accountRequiredMembersNullOrMistypedFail()
+{
     QFETCH(QByteArray, account);
     QVERIFY(!AccountsResponse::decode(accountsBody(account)).has_value());
 }
 
-void TestWireFormat::accountListWithoutLatestVersionHasItAbsent() {
+void TestWireFormat::accountListWithoutLatestVersionHasItAbsent()
+{
     const auto response = AccountsResponse::decode(R"({"accounts": []})");
     QVERIFY(response.has_value());
     QVERIFY(response->accounts.isEmpty());
@@ -374,16 +425,19 @@ void TestWireFormat::accountListWithoutLatestVersionHasItAbsent() {
     QVERIFY(!withNull->latestAppVersion.has_value());
 }
 
-void TestWireFormat::accountListWithoutAccountsFails() {
+void TestWireFormat::accountListWithoutAccountsFails()
+{
     QVERIFY(!AccountsResponse::decode(R"({"latest_app_version": "1.2"})").has_value());
     QVERIFY(!AccountsResponse::decode(R"({"accounts": null})").has_value());
 }
 
-void TestWireFormat::accountListLatestVersionOfWrongTypeFails() {
+void TestWireFormat::accountListLatestVersionOfWrongTypeFails()
+{
     QVERIFY(!AccountsResponse::decode(R"({"accounts": [], "latest_app_version": 1.2})").has_value());
 }
 
-void TestWireFormat::accountsCompareAndHashByAllFourMembers() {
+void TestWireFormat::accountsCompareAndHashByAllFourMembers()
+{
     const PublisherAccount base{QStringLiteral("a"), QStringLiteral("e"), QStringLiteral("Name"),
                                 QStringLiteral("owner")};
     PublisherAccount otherEmail = base;
@@ -404,7 +458,8 @@ void TestWireFormat::accountsCompareAndHashByAllFourMembers() {
     QCOMPARE(set.size(), 5);
 }
 
-void TestWireFormat::realisticAccountListDecodes() {
+void TestWireFormat::realisticAccountListDecodes()
+{
     const auto response = AccountsResponse::decode(testData("accounts-realistic.json"));
     QVERIFY(response.has_value());
     QCOMPARE(response->accounts.size(), 2);
@@ -414,7 +469,8 @@ void TestWireFormat::realisticAccountListDecodes() {
     QCOMPARE(*response->latestAppVersion, QStringLiteral("1.4.2"));
 }
 
-void TestWireFormat::exchangeRequestEncodesBothKeys() {
+void TestWireFormat::exchangeRequestEncodesBothKeys()
+{
     const QByteArray body = MacAuthExchangeRequest{QStringLiteral("c0de"), QStringLiteral("ABC123")}.encode();
     const QJsonObject object = QJsonDocument::fromJson(body).object();
     QCOMPARE(object.size(), 2);
@@ -422,7 +478,8 @@ void TestWireFormat::exchangeRequestEncodesBothKeys() {
     QCOMPARE(object.value(QLatin1String("code_verifier")).toString(), QStringLiteral("ABC123"));
 }
 
-void TestWireFormat::exchangeRequestEscapesItsStrings() {
+void TestWireFormat::exchangeRequestEscapesItsStrings()
+{
     const QString code = QStringLiteral(u"a\"b\\c\n\u00e9");
     const QByteArray body = MacAuthExchangeRequest{code, QString()}.encode();
     const QJsonObject object = QJsonDocument::fromJson(body).object();
@@ -430,32 +487,37 @@ void TestWireFormat::exchangeRequestEscapesItsStrings() {
     QCOMPARE(object.value(QLatin1String("code_verifier")).toString(), QString());
 }
 
-void TestWireFormat::exchangeResponseDecodes() {
+void TestWireFormat::exchangeResponseDecodes()
+{
     const auto response = MacAuthExchangeResponse::decode(R"({"api_key": "ik_live_123", "user_email": "m@x.io"})");
     QVERIFY(response.has_value());
     QCOMPARE(response->apiKey, QStringLiteral("ik_live_123"));
     QCOMPARE(response->userEmail, QStringLiteral("m@x.io"));
 }
 
-void TestWireFormat::exchangeResponseMissingMemberFails() {
+void TestWireFormat::exchangeResponseMissingMemberFails()
+{
     QVERIFY(!MacAuthExchangeResponse::decode(R"({"api_key": "k"})").has_value());
     QVERIFY(!MacAuthExchangeResponse::decode(R"({"user_email": "e"})").has_value());
     QVERIFY(!MacAuthExchangeResponse::decode(R"({"api_key": null, "user_email": "e"})").has_value());
     QVERIFY(!MacAuthExchangeResponse::decode(R"({"api_key": 5, "user_email": "e"})").has_value());
 }
 
-void TestWireFormat::errorBodyWithStringDecodesToThatText() {
+void TestWireFormat::errorBodyWithStringDecodesToThatText()
+{
     const auto response = APIErrorResponse::decode(R"({"error": "Invalid API key."})");
     QVERIFY(response.has_value());
     QCOMPARE(response->error, QStringLiteral("Invalid API key."));
 }
 
-void TestWireFormat::errorBodyWithoutErrorFails() {
+void TestWireFormat::errorBodyWithoutErrorFails()
+{
     QVERIFY(!APIErrorResponse::decode(R"({"detail": "Invalid API key."})").has_value());
     QVERIFY(!APIErrorResponse::decode(R"({"error": null})").has_value());
 }
 
-void TestWireFormat::errorBodyWithNonStringErrorFails() {
+void TestWireFormat::errorBodyWithNonStringErrorFails()
+{
     QVERIFY(!APIErrorResponse::decode(R"({"error": {"message": "x"}})").has_value());
     QVERIFY(!APIErrorResponse::decode(R"({"error": 401})").has_value());
 }

@@ -2,11 +2,13 @@
 
 #include "RawValueLookup.h"
 
-std::optional<DisplayedRoyalty> DisplayedRoyalty::fromRawValue(QStringView raw) {
+std::optional<DisplayedRoyalty> DisplayedRoyalty::fromRawValue(QStringView raw)
+{
     return caseWithRawValue(allCases(), raw);
 }
 
-QString DisplayedRoyalty::rawValue() const {
+QString DisplayedRoyalty::rawValue() const
+{
     switch (m_case) {
     case gross:
         return QStringLiteral("Gross royalties");

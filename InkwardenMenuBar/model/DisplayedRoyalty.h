@@ -8,12 +8,14 @@
 
 // Whether gross or net royalties are the headline figure. The raw value is the label of the
 // segmented choice in the settings and the value kept in the settings.
-class DisplayedRoyalty {
+class DisplayedRoyalty
+{
 public:
     enum Case : quint8 { gross, net };
 
     constexpr DisplayedRoyalty(Case value) // NOLINT(google-explicit-constructor): reads like a Swift case
-        : m_case(value) {}
+        : m_case(value)
+    {}
 
     static constexpr std::array<DisplayedRoyalty, 2> allCases() { return {gross, net}; }
     static std::optional<DisplayedRoyalty> fromRawValue(QStringView raw);
@@ -23,7 +25,8 @@ public:
     QString id() const { return rawValue(); }
 
     friend constexpr bool operator==(DisplayedRoyalty, DisplayedRoyalty) = default;
-    friend size_t qHash(DisplayedRoyalty royalty, size_t seed = 0) noexcept {
+    friend size_t qHash(DisplayedRoyalty royalty, size_t seed = 0) noexcept
+    {
         return ::qHash(int(royalty.m_case), seed);
     }
 

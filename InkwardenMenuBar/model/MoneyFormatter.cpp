@@ -14,11 +14,13 @@
 
 namespace {
 
-QString fromUnicodeString(const icu::UnicodeString &text) {
+QString fromUnicodeString(const icu::UnicodeString &text)
+{
     return QString(reinterpret_cast<const QChar *>(text.getBuffer()), text.length());
 }
 
-std::optional<QString> pinnedSymbol(const QString &code) {
+std::optional<QString> pinnedSymbol(const QString &code)
+{
     if (code == u"USD") {
         return QStringLiteral("$");
     }
@@ -30,16 +32,19 @@ std::optional<QString> pinnedSymbol(const QString &code) {
 
 // ICU quietly cuts a longer code to three letters and formats an empty one with a placeholder
 // sign; neither is the currency the server named.
-bool isCurrencyCode(const QString &code) {
+bool isCurrencyCode(const QString &code)
+{
     return code.size() == 3 && std::all_of(code.cbegin(), code.cend(), [](QChar c) { return c >= u'A' && c <= u'Z'; });
 }
 
-int fractionDigits(double value, bool dropCentsFromThousand) {
+int fractionDigits(double value, bool dropCentsFromThousand)
+{
     return dropCentsFromThousand && std::fabs(value) >= 1000 ? 0 : 2;
 }
 
 // The shortest text that reads back as the same double, as the last resort of every formatter.
-QString plainDecimal(double value) {
+QString plainDecimal(double value)
+{
     return QString::number(value, 'g', QLocale::FloatingPointShortest);
 }
 
@@ -48,7 +53,8 @@ QString plainDecimal(double value) {
 namespace {
 
 // The C locale has no currency conventions; it reads as American English, with grouping.
-QLocale withCurrencyConventions(const QLocale &locale) {
+QLocale withCurrencyConventions(const QLocale &locale)
+{
     return locale.language() == QLocale::C ? QLocale(QLocale::English, QLocale::UnitedStates) : locale;
 }
 
@@ -56,13 +62,16 @@ QLocale withCurrencyConventions(const QLocale &locale) {
 
 MoneyFormatter::MoneyFormatter(const QLocale &locale)
     : m_locale(withCurrencyConventions(locale))
-    , m_icuLocaleID(m_locale.name().toLatin1()) {}
+    , m_icuLocaleID(m_locale.name().toLatin1())
+{}
 
-QLocale MoneyFormatter::userLocale() {
+QLocale MoneyFormatter::userLocale()
+{
     return withCurrencyConventions(QLocale::system());
 }
 
-QString MoneyFormatter::money(double value, const QString &currencyCode, bool compact) const {
+QString MoneyFormatter::money(double value, const QString &currencyCode, bool compact) const
+{
     const QString code = currencyCode.toUpper();
     const QString fallback = code + u' ' + plainDecimal(value);
 
@@ -97,7 +106,8 @@ QString MoneyFormatter::money(double value, const QString &currencyCode, bool co
     return text.isEmpty() ? fallback : fromUnicodeString(text);
 }
 
-QString MoneyFormatter::currencySymbol(const QString &currencyCode) const {
+QString MoneyFormatter::currencySymbol(const QString &currencyCode) const
+{
     const QString code = currencyCode.toUpper();
     if (const std::optional<QString> pinned = pinnedSymbol(code)) {
         return *pinned;
@@ -116,8 +126,9 @@ QString MoneyFormatter::currencySymbol(const QString &currencyCode) const {
     return QString(reinterpret_cast<const QChar *>(symbol), length);
 }
 
-std::optional<MenuBarMoneyParts>
-MoneyFormatter::menuBarMoneyParts(const RoyaltySummary &summary, DisplayedRoyalty displayed, bool hasRefreshed) const {
+std::optional<MenuBarMoneyParts> MoneyFormatter::menuBarMoneyParts(const RoyaltySummary &summary,
+                                                                   DisplayedRoyalty displayed, bool hasRefreshed) const
+{
     if (!hasRefreshed) {
         return std::nullopt;
     }
@@ -142,6 +153,7 @@ MoneyFormatter::menuBarMoneyParts(const RoyaltySummary &summary, DisplayedRoyalt
     return MenuBarMoneyParts{currencySymbol(summary.currency), amount};
 }
 
-double MoneyFormatter::highlightedRoyalty(const RoyaltySummary &summary, DisplayedRoyalty displayed) {
+double MoneyFormatter::highlightedRoyalty(const RoyaltySummary &summary, DisplayedRoyalty displayed)
+{
     return displayed == DisplayedRoyalty::net ? summary.net : summary.gross;
 }

@@ -20,7 +20,8 @@ struct MenuBarMoneyParts {
 // Formats every amount the user sees. Qt knows the symbol of a locale's own currency only, so the
 // currency texts come from ICU: euros print as € in an American locale and pounds as £ in a German
 // one. US and Canadian dollars are pinned to "$" and "CA$" in every locale.
-class MoneyFormatter {
+class MoneyFormatter
+{
 public:
     // `locale` decides separators, grouping and where the symbol goes; the C locale reads as
     // American English.

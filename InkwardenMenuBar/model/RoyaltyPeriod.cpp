@@ -2,11 +2,13 @@
 
 #include "RawValueLookup.h"
 
-std::optional<RoyaltyPeriod> RoyaltyPeriod::fromRawValue(QStringView raw) {
+std::optional<RoyaltyPeriod> RoyaltyPeriod::fromRawValue(QStringView raw)
+{
     return caseWithRawValue(allCases(), raw);
 }
 
-QString RoyaltyPeriod::rawValue() const {
+QString RoyaltyPeriod::rawValue() const
+{
     switch (m_case) {
     case today:
         return QStringLiteral("Today");
@@ -18,7 +20,8 @@ QString RoyaltyPeriod::rawValue() const {
     Q_UNREACHABLE();
 }
 
-PeriodDates RoyaltyPeriod::dates(const QTimeZone &calendar, const QDateTime &now) const {
+PeriodDates RoyaltyPeriod::dates(const QTimeZone &calendar, const QDateTime &now) const
+{
     // Days are counted as dates and turned into instants last, so a day that starts at 01:00
     // because of a daylight-saving change still starts where the zone says it does.
     const QDate day = now.toTimeZone(calendar).date();

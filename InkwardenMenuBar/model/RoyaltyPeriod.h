@@ -16,12 +16,14 @@ struct PeriodDates {
 
 // Which span of days the figures cover. The raw value is both the title shown in the period picker
 // and the value kept in the settings, so it must never change.
-class RoyaltyPeriod {
+class RoyaltyPeriod
+{
 public:
     enum Case : quint8 { today, yesterday, thisMonth };
 
     constexpr RoyaltyPeriod(Case value) // NOLINT(google-explicit-constructor): reads like a Swift case
-        : m_case(value) {}
+        : m_case(value)
+    {}
 
     static constexpr std::array<RoyaltyPeriod, 3> allCases() { return {today, yesterday, thisMonth}; }
     static std::optional<RoyaltyPeriod> fromRawValue(QStringView raw);

@@ -5,17 +5,20 @@
 
 namespace {
 
-void addMoney(double &total, const std::optional<double> &amount) {
+void addMoney(double &total, const std::optional<double> &amount)
+{
     total += amount.value_or(0.0);
 }
 
-void addCount(qint64 &total, const std::optional<qint64> &count) {
+void addCount(qint64 &total, const std::optional<qint64> &count)
+{
     total = checkedCountSum(total, count.value_or(0));
 }
 
 } // namespace
 
-void RoyaltySummary::add(const BookStatsRow &row) {
+void RoyaltySummary::add(const BookStatsRow &row)
+{
     addMoney(gross, row.grossRoyalty);
     addMoney(spending, row.spending);
     addMoney(net, row.netRoyalty);
@@ -52,7 +55,8 @@ void RoyaltySummary::add(const BookStatsRow &row) {
     }
 }
 
-RoyaltySummary RoyaltySummary::folding(const QList<BookStatsRow> &rows) {
+RoyaltySummary RoyaltySummary::folding(const QList<BookStatsRow> &rows)
+{
     RoyaltySummary summary;
     for (const BookStatsRow &row : rows) {
         summary.add(row);

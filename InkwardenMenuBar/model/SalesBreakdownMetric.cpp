@@ -5,17 +5,20 @@
 
 namespace {
 
-QString unitsPhrase(qint64 count, const QLocale &locale) {
+QString unitsPhrase(qint64 count, const QLocale &locale)
+{
     return locale.toString(count) + (count == 1 ? QStringLiteral(" unit") : QStringLiteral(" units"));
 }
 
 } // namespace
 
-std::optional<SalesBreakdownMetric> SalesBreakdownMetric::fromRawValue(QStringView raw) {
+std::optional<SalesBreakdownMetric> SalesBreakdownMetric::fromRawValue(QStringView raw)
+{
     return caseWithRawValue(allCases(), raw);
 }
 
-QString SalesBreakdownMetric::rawValue() const {
+QString SalesBreakdownMetric::rawValue() const
+{
     switch (m_case) {
     case paidEbooks:
         return QStringLiteral("paidEbooks");
@@ -37,7 +40,8 @@ QString SalesBreakdownMetric::rawValue() const {
     Q_UNREACHABLE();
 }
 
-QString SalesBreakdownMetric::title() const {
+QString SalesBreakdownMetric::title() const
+{
     switch (m_case) {
     case paidEbooks:
         return QStringLiteral("Paid ebooks");
@@ -60,7 +64,8 @@ QString SalesBreakdownMetric::title() const {
     Q_UNREACHABLE();
 }
 
-QString SalesBreakdownMetric::icon() const {
+QString SalesBreakdownMetric::icon() const
+{
     switch (m_case) {
     case paidEbooks:
         return QStringLiteral("book.closed");
@@ -82,7 +87,8 @@ QString SalesBreakdownMetric::icon() const {
     Q_UNREACHABLE();
 }
 
-SystemColor SalesBreakdownMetric::color() const {
+SystemColor SalesBreakdownMetric::color() const
+{
     switch (m_case) {
     case paidEbooks:
         return SystemColor::blue;
@@ -104,7 +110,8 @@ SystemColor SalesBreakdownMetric::color() const {
     Q_UNREACHABLE();
 }
 
-QString SalesBreakdownMetric::unitsText(const RoyaltySummary &summary, const QLocale &locale) const {
+QString SalesBreakdownMetric::unitsText(const RoyaltySummary &summary, const QLocale &locale) const
+{
     switch (m_case) {
     case paidEbooks:
         return unitsPhrase(summary.paidEbookUnits, locale);
@@ -127,8 +134,8 @@ QString SalesBreakdownMetric::unitsText(const RoyaltySummary &summary, const QLo
     Q_UNREACHABLE();
 }
 
-std::optional<QString> SalesBreakdownMetric::royaltiesText(const RoyaltySummary &summary,
-                                                           const MoneyText &money) const {
+std::optional<QString> SalesBreakdownMetric::royaltiesText(const RoyaltySummary &summary, const MoneyText &money) const
+{
     switch (m_case) {
     case paidEbooks:
         return money(summary.paidEbookRoyalties);

@@ -14,7 +14,8 @@ struct RoyaltySummary;
 
 // The fixed kinds of sale that the sales breakdown lists. The declaration order is the default order
 // of the breakdown; the raw value is the case name and is what the settings keep.
-class SalesBreakdownMetric {
+class SalesBreakdownMetric
+{
 public:
     enum Case : quint8 {
         paidEbooks,
@@ -31,9 +32,11 @@ public:
     using MoneyText = std::function<QString(double)>;
 
     constexpr SalesBreakdownMetric(Case value) // NOLINT(google-explicit-constructor): reads like a Swift case
-        : m_case(value) {}
+        : m_case(value)
+    {}
 
-    static constexpr std::array<SalesBreakdownMetric, 8> allCases() {
+    static constexpr std::array<SalesBreakdownMetric, 8> allCases()
+    {
         return {paidEbooks,           paperbacks, hardcovers,       audiobooks,
                 expandedDistribution, kenpReads,  currentPreOrders, freeEbooks};
     }
@@ -54,7 +57,8 @@ public:
     std::optional<QString> royaltiesText(const RoyaltySummary &summary, const MoneyText &money) const;
 
     friend constexpr bool operator==(SalesBreakdownMetric, SalesBreakdownMetric) = default;
-    friend size_t qHash(SalesBreakdownMetric metric, size_t seed = 0) noexcept {
+    friend size_t qHash(SalesBreakdownMetric metric, size_t seed = 0) noexcept
+    {
         return ::qHash(int(metric.m_case), seed);
     }
 

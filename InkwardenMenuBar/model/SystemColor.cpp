@@ -1,6 +1,7 @@
 #include "SystemColor.h"
 
-QString systemColorName(SystemColor color) {
+QString systemColorName(SystemColor color)
+{
     switch (color) {
     case SystemColor::blue:
         return QStringLiteral("blue");

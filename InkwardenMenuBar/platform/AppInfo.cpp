@@ -6,7 +6,8 @@
 
 namespace {
 
-std::optional<QString> nonEmptyString(const QJsonObject &object, QLatin1String key) {
+std::optional<QString> nonEmptyString(const QJsonObject &object, QLatin1String key)
+{
     const QJsonValue value = object.value(key);
     if (!value.isString() || value.toString().isEmpty()) {
         return std::nullopt;
@@ -16,11 +17,13 @@ std::optional<QString> nonEmptyString(const QJsonObject &object, QLatin1String k
 
 } // namespace
 
-AppInfo AppInfo::compiledIn() {
+AppInfo AppInfo::compiledIn()
+{
     return fromFile(QStringLiteral(":/inkwarden/app-info.json"));
 }
 
-AppInfo AppInfo::fromFile(const QString &path) {
+AppInfo AppInfo::fromFile(const QString &path)
+{
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         return {};

@@ -8,14 +8,16 @@
 #include <memory>
 
 // A running timer; destroying the handle stops it.
-class ClockTimer {
+class ClockTimer
+{
 public:
     virtual ~ClockTimer() = default;
 };
 
 // Where Inkwarden reads the time and sets its timers. The app uses the system clock; tests hand in
 // a virtual one, so that days, cooldowns and refresh intervals are stepped through without waiting.
-class Clock {
+class Clock
+{
 public:
     virtual ~Clock() = default;
 

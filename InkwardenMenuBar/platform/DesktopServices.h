@@ -3,7 +3,8 @@
 #include <QUrl>
 
 // What Inkwarden asks of the desktop: open a web page in the default browser.
-class DesktopServices {
+class DesktopServices
+{
 public:
     virtual ~DesktopServices() = default;
 

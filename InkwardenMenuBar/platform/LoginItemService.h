@@ -5,7 +5,8 @@
 #include <optional>
 
 // Whether Inkwarden starts when the user logs in, as the system sees it.
-class LoginItemService {
+class LoginItemService
+{
 public:
     enum class Status : quint8 { notRegistered, enabled, requiresApproval, notFound };
 

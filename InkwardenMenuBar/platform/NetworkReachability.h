@@ -4,7 +4,8 @@
 
 // Reports whether the machine has a usable network path. The first report comes soon after
 // `start()`; later ones on every change. A source that cannot tell never reports.
-class NetworkReachability : public QObject {
+class NetworkReachability : public QObject
+{
     Q_OBJECT
 
 public:

@@ -6,10 +6,12 @@
 #include <QThread>
 
 namespace {
-Q_LOGGING_CATEGORY(lcReachability, "inkwarden.reachability", QtInfoMsg)
+// Silent unless a developer turns it on (QT_LOGGING_RULES="inkwarden.*=true"): Inkwarden writes no log.
+Q_LOGGING_CATEGORY(lcReachability, "inkwarden.reachability", QtCriticalMsg)
 } // namespace
 
-void QtNetworkReachability::start() {
+void QtNetworkReachability::start()
+{
     if (m_started)
         return;
     m_started = true;
@@ -39,7 +41,8 @@ void QtNetworkReachability::start() {
         Qt::QueuedConnection);
 }
 
-std::optional<bool> QtNetworkReachability::availability(QNetworkInformation::Reachability reachability) {
+std::optional<bool> QtNetworkReachability::availability(QNetworkInformation::Reachability reachability)
+{
     using Reachability = QNetworkInformation::Reachability;
     switch (reachability) {
     case Reachability::Unknown:
@@ -57,7 +60,8 @@ std::optional<bool> QtNetworkReachability::availability(QNetworkInformation::Rea
     return std::nullopt;
 }
 
-void QtNetworkReachability::report(QNetworkInformation::Reachability reachability) {
+void QtNetworkReachability::report(QNetworkInformation::Reachability reachability)
+{
     const std::optional<bool> available = availability(reachability);
     qCDebug(lcReachability) << "Reachability" << reachability;
     if (!available || available == m_lastReported)

@@ -8,7 +8,8 @@
 
 // Reachability from Qt's network information plugins: NetworkManager's global state where it runs,
 // else GLib's network monitor. Without either, it never reports and Inkwarden assumes the network.
-class QtNetworkReachability final : public NetworkReachability {
+class QtNetworkReachability final : public NetworkReachability
+{
     Q_OBJECT
 
 public:

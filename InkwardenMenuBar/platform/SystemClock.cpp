@@ -4,9 +4,11 @@
 
 namespace {
 
-class QtClockTimer final : public ClockTimer {
+class QtClockTimer final : public ClockTimer
+{
 public:
-    QtClockTimer(std::chrono::milliseconds interval, bool repeating, std::function<void()> callback) {
+    QtClockTimer(std::chrono::milliseconds interval, bool repeating, std::function<void()> callback)
+    {
         m_timer.setSingleShot(!repeating);
         // Inkwarden's timers count seconds and minutes: coarse timers let the system batch wake-ups.
         m_timer.setTimerType(Qt::CoarseTimer);
@@ -20,15 +22,18 @@ private:
 
 } // namespace
 
-QDateTime SystemClock::now() const {
+QDateTime SystemClock::now() const
+{
     return QDateTime::currentDateTimeUtc();
 }
 
-QTimeZone SystemClock::timeZone() const {
+QTimeZone SystemClock::timeZone() const
+{
     return QTimeZone::systemTimeZone();
 }
 
 std::unique_ptr<ClockTimer> SystemClock::startTimer(std::chrono::milliseconds interval, bool repeating,
-                                                    std::function<void()> callback) {
+                                                    std::function<void()> callback)
+{
     return std::make_unique<QtClockTimer>(interval, repeating, std::move(callback));
 }

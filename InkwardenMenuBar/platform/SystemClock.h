@@ -3,7 +3,8 @@
 #include "Clock.h"
 
 // The real time and the main thread's event loop.
-class SystemClock final : public Clock {
+class SystemClock final : public Clock
+{
 public:
     QDateTime now() const override;
     QTimeZone timeZone() const override;

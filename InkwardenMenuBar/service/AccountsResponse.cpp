@@ -2,7 +2,8 @@
 
 #include "JsonObjectReader.h"
 
-std::optional<AccountsResponse> AccountsResponse::decode(const QByteArray &json) {
+std::optional<AccountsResponse> AccountsResponse::decode(const QByteArray &json)
+{
     return JsonObjectReader::decodeDocument<AccountsResponse>(json, [](JsonObjectReader &reader) {
         AccountsResponse response;
         response.accounts =

@@ -2,7 +2,8 @@
 
 #include "JsonObjectReader.h"
 
-BookStatsRow BookStatsRow::read(JsonObjectReader &reader) {
+BookStatsRow BookStatsRow::read(JsonObjectReader &reader)
+{
     BookStatsRow row;
     row.currency = reader.optionalString(QLatin1String("currency"));
     row.grossRoyalty = reader.optionalDouble(QLatin1String("gross_royalty"));

@@ -8,7 +8,8 @@ namespace {
 // QJsonValue keeps integers written without a fraction or exponent exactly (beyond 2^53 too) and
 // converts an integral double that fits into 64 bits; anything else falls back to the default.
 // Two different defaults therefore tell a real integer from a fallback.
-std::optional<qint64> exactInteger(const QJsonValue &value) {
+std::optional<qint64> exactInteger(const QJsonValue &value)
+{
     if (!value.isDouble()) {
         return std::nullopt;
     }
@@ -19,12 +20,30 @@ std::optional<qint64> exactInteger(const QJsonValue &value) {
     return integer;
 }
 
+// Qt's parser drops a U+FEFF that opens a string when it comes as raw UTF-8, so two format names
+// that differ only by it would merge. Inside a string the escape means the same character and
+// survives; a mark that opens the whole document is left for the parser to skip.
+QByteArray withEscapedByteOrderMarks(const QByteArray &json)
+{
+    static const QByteArray mark("\xEF\xBB\xBF");
+    if (json.indexOf(mark, 1) < 0) {
+        return json;
+    }
+    QByteArray escaped = json;
+    for (qsizetype at = escaped.indexOf(mark, 1); at >= 0; at = escaped.indexOf(mark, at + 6)) {
+        escaped.replace(at, mark.size(), QByteArrayLiteral("\\ufeff"));
+    }
+    return escaped;
+}
+
 } // namespace
 
 JsonObjectReader::JsonObjectReader(QJsonObject object)
-    : m_object(std::move(object)) {}
+    : m_object(std::move(object))
+{}
 
-std::optional<QJsonValue> JsonObjectReader::presentValue(QLatin1String key) const {
+std::optional<QJsonValue> JsonObjectReader::presentValue(QLatin1String key) const
+{
     const QJsonValue value = m_object.value(key);
     if (value.isUndefined() || value.isNull()) {
         return std::nullopt;
@@ -32,16 +51,18 @@ std::optional<QJsonValue> JsonObjectReader::presentValue(QLatin1String key) cons
     return value;
 }
 
-std::optional<QJsonObject> JsonObjectReader::parseObject(const QByteArray &json) {
+std::optional<QJsonObject> JsonObjectReader::parseObject(const QByteArray &json)
+{
     QJsonParseError error{};
-    const QJsonDocument document = QJsonDocument::fromJson(json, &error);
+    const QJsonDocument document = QJsonDocument::fromJson(withEscapedByteOrderMarks(json), &error);
     if (error.error != QJsonParseError::NoError || !document.isObject()) {
         return std::nullopt;
     }
     return document.object();
 }
 
-std::optional<QString> JsonObjectReader::optionalString(QLatin1String key) {
+std::optional<QString> JsonObjectReader::optionalString(QLatin1String key)
+{
     const std::optional<QJsonValue> value = presentValue(key);
     if (!value) {
         return std::nullopt;
@@ -53,7 +74,8 @@ std::optional<QString> JsonObjectReader::optionalString(QLatin1String key) {
     return value->toString();
 }
 
-std::optional<double> JsonObjectReader::optionalDouble(QLatin1String key) {
+std::optional<double> JsonObjectReader::optionalDouble(QLatin1String key)
+{
     const std::optional<QJsonValue> value = presentValue(key);
     if (!value) {
         return std::nullopt;
@@ -65,7 +87,8 @@ std::optional<double> JsonObjectReader::optionalDouble(QLatin1String key) {
     return value->toDouble();
 }
 
-std::optional<qint64> JsonObjectReader::optionalInteger(QLatin1String key) {
+std::optional<qint64> JsonObjectReader::optionalInteger(QLatin1String key)
+{
     const std::optional<QJsonValue> value = presentValue(key);
     if (!value) {
         return std::nullopt;
@@ -77,7 +100,8 @@ std::optional<qint64> JsonObjectReader::optionalInteger(QLatin1String key) {
     return integer;
 }
 
-std::optional<QMap<QString, qint64>> JsonObjectReader::optionalIntegerMap(QLatin1String key) {
+std::optional<QMap<QString, qint64>> JsonObjectReader::optionalIntegerMap(QLatin1String key)
+{
     const std::optional<QJsonValue> value = presentValue(key);
     if (!value) {
         return std::nullopt;
@@ -99,7 +123,8 @@ std::optional<QMap<QString, qint64>> JsonObjectReader::optionalIntegerMap(QLatin
     return map;
 }
 
-std::optional<QMap<QString, double>> JsonObjectReader::optionalDoubleMap(QLatin1String key) {
+std::optional<QMap<QString, double>> JsonObjectReader::optionalDoubleMap(QLatin1String key)
+{
     const std::optional<QJsonValue> value = presentValue(key);
     if (!value) {
         return std::nullopt;
@@ -120,7 +145,8 @@ std::optional<QMap<QString, double>> JsonObjectReader::optionalDoubleMap(QLatin1
     return map;
 }
 
-QString JsonObjectReader::requiredString(QLatin1String key) {
+QString JsonObjectReader::requiredString(QLatin1String key)
+{
     const std::optional<QJsonValue> value = presentValue(key);
     if (!value || !value->isString()) {
         fail();

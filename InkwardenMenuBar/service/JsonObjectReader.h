@@ -12,7 +12,8 @@
 // leaves an optional member absent, while a value of the wrong JSON type (or a fractional number for
 // an integer) marks the whole reader as failed. The first failure sticks; callers build their value
 // and then ask `failed()` once, so no partial body ever escapes.
-class JsonObjectReader {
+class JsonObjectReader
+{
 public:
     explicit JsonObjectReader(QJsonObject object);
 
@@ -46,7 +47,8 @@ private:
 };
 
 template <typename Element, typename ReadElement>
-QList<Element> JsonObjectReader::requiredObjectArray(QLatin1String key, ReadElement element) {
+QList<Element> JsonObjectReader::requiredObjectArray(QLatin1String key, ReadElement element)
+{
     const std::optional<QJsonValue> value = presentValue(key);
     if (!value || !value->isArray()) {
         fail();
@@ -71,7 +73,8 @@ QList<Element> JsonObjectReader::requiredObjectArray(QLatin1String key, ReadElem
 }
 
 template <typename Body, typename ReadBody>
-std::optional<Body> JsonObjectReader::decodeDocument(const QByteArray &json, ReadBody read) {
+std::optional<Body> JsonObjectReader::decodeDocument(const QByteArray &json, ReadBody read)
+{
     std::optional<QJsonObject> object = parseObject(json);
     if (!object) {
         return std::nullopt;

@@ -11,7 +11,8 @@
 #include <memory>
 #include <utility>
 
-Q_LOGGING_CATEGORY(lcKeychain, "inkwarden.keychain")
+// Silent unless a developer turns it on (QT_LOGGING_RULES="inkwarden.*=true"): Inkwarden writes no log.
+Q_LOGGING_CATEGORY(lcKeychain, "inkwarden.keychain", QtCriticalMsg)
 
 namespace {
 
@@ -98,7 +99,9 @@ std::unique_ptr<JobType> makeJob(const QString &service)
 template <typename JobType>
 QCoro::Task<int> run(std::unique_ptr<JobType> &job, milliseconds timeout)
 {
-    if (!co_await JobCompletion(*job, timeout)) {
+    // A named awaiter: g++ 12 mishandles temporaries inside a co_await expression.
+    JobCompletion completion(*job, timeout);
+    if (!co_await std::move(completion)) {
         qCWarning(lcKeychain) << "The keyring did not answer within" << timeout.count() << "ms";
         abandon(job.release());
         co_return KeychainStore::timedOutStatus;

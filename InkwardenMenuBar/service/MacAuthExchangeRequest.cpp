@@ -3,7 +3,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
-QByteArray MacAuthExchangeRequest::encode() const {
+QByteArray MacAuthExchangeRequest::encode() const
+{
     const QJsonObject object{
         {QStringLiteral("code"), code},
         {QStringLiteral("code_verifier"), codeVerifier},

@@ -2,7 +2,8 @@
 
 #include "JsonObjectReader.h"
 
-std::optional<MacAuthExchangeResponse> MacAuthExchangeResponse::decode(const QByteArray &json) {
+std::optional<MacAuthExchangeResponse> MacAuthExchangeResponse::decode(const QByteArray &json)
+{
     return JsonObjectReader::decodeDocument<MacAuthExchangeResponse>(json, [](JsonObjectReader &reader) {
         MacAuthExchangeResponse response;
         response.apiKey = reader.requiredString(QLatin1String("api_key"));

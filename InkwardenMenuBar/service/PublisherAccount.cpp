@@ -4,7 +4,8 @@
 
 #include <QHashFunctions>
 
-PublisherAccount PublisherAccount::read(JsonObjectReader &reader) {
+PublisherAccount PublisherAccount::read(JsonObjectReader &reader)
+{
     PublisherAccount account;
     account.accountID = reader.requiredString(QLatin1String("account_id"));
     account.userEmail = reader.requiredString(QLatin1String("user_email"));
@@ -13,7 +14,8 @@ PublisherAccount PublisherAccount::read(JsonObjectReader &reader) {
     return account;
 }
 
-size_t qHash(const PublisherAccount &account, size_t seed) noexcept {
+size_t qHash(const PublisherAccount &account, size_t seed) noexcept
+{
     return qHashMulti(seed, account.accountID, account.userEmail, account.displayName.has_value(),
                       account.displayName.value_or(QString()), account.accessType);
 }

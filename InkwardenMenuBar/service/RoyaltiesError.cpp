@@ -2,7 +2,8 @@
 
 #include <cmath>
 
-QString RoyaltiesError::errorDescription() const {
+QString RoyaltiesError::errorDescription() const
+{
     switch (m_kind) {
     case Kind::server:
         return m_message;

@@ -4,7 +4,8 @@
 
 // The failures that Inkwarden itself recognises when it talks to the royalties service. Each has
 // the message the user sees.
-class RoyaltiesError {
+class RoyaltiesError
+{
 public:
     enum class Kind : quint8 { server, rateLimited, invalidServerURL, missingAPIKey, invalidResponse };
 
@@ -28,7 +29,8 @@ private:
     RoyaltiesError(Kind kind, QString message, double retryAfter)
         : m_kind(kind)
         , m_message(std::move(message))
-        , m_retryAfter(retryAfter) {}
+        , m_retryAfter(retryAfter)
+    {}
 
     Kind m_kind;
     QString m_message;

@@ -156,7 +156,9 @@ RoyaltiesService::exchangeAuthenticationCode(QString serverURL, QString code, QS
     }
     QNetworkRequest request = prepareRequest(url.value(), m_timeout);
     request.setRawHeader("Content-Type", "application/json");
-    co_return co_await perform<MacAuthExchangeResponse>(request, MacAuthExchangeRequest{code, codeVerifier}.encode());
+    // Named, not a temporary: g++ 12 destroys temporaries of a co_await expression twice.
+    const QByteArray body = MacAuthExchangeRequest{code, codeVerifier}.encode();
+    co_return co_await perform<MacAuthExchangeResponse>(request, body);
 }
 
 template <typename Body>
@@ -164,7 +166,8 @@ QCoro::Task<ServiceResult<Body>> RoyaltiesService::authorizedGet(QUrl url, QStri
 {
     QNetworkRequest request = prepareRequest(url, m_timeout);
     request.setRawHeader("Authorization", QByteArrayLiteral("Bearer ") + apiKey.toUtf8());
-    co_return co_await perform<Body>(request, QByteArray());
+    const QByteArray noBody;
+    co_return co_await perform<Body>(request, noBody);
 }
 
 template <typename Body>
@@ -174,6 +177,7 @@ QCoro::Task<ServiceResult<Body>> RoyaltiesService::perform(QNetworkRequest reque
     std::unique_ptr<QNetworkReply, void (*)(QNetworkReply *)> reply(
         isPost ? m_network.post(request, postBody) : m_network.get(request),
         [](QNetworkReply *finished) { finished->deleteLater(); });
+    QObject::connect(m_requestsUnderWay.get(), &QObject::destroyed, reply.get(), &QNetworkReply::abort);
     co_await reply.get();
 
     if (const std::optional<TransportError> failure = transportFailure(*reply)) {

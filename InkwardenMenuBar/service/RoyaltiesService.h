@@ -8,12 +8,14 @@
 
 #include <QList>
 #include <QNetworkRequest>
+#include <QObject>
 #include <QPair>
 #include <QString>
 #include <QUrl>
 #include <qcoro/qcorotask.h>
 
 #include <chrono>
+#include <memory>
 
 class Clock;
 class QNetworkAccessManager;
@@ -21,14 +23,16 @@ class QNetworkAccessManager;
 // The HTTP client of the royalties service: builds the request URLs from the user's server address,
 // sends the three requests, and turns every reply into a decoded body or one ServiceError. It keeps
 // nothing between requests, so overlapping requests are fine.
-class RoyaltiesService {
+class RoyaltiesService
+{
 public:
     using QueryItems = QList<QPair<QString, QString>>;
 
     static constexpr int requestTimeoutMilliseconds = 30'000;
     static constexpr double defaultRetryAfterSeconds = 3.0;
 
-    // `network` and `clock` must outlive the service and every request it starts.
+    // `network` and `clock` must outlive the service. Destroying the service aborts the requests it
+    // still has under way: their callers resume with a transport error.
     RoyaltiesService(QNetworkAccessManager &network, const Clock &clock,
                      std::chrono::milliseconds timeout = std::chrono::milliseconds(requestTimeoutMilliseconds));
 
@@ -61,4 +65,6 @@ private:
     QNetworkAccessManager &m_network;
     const Clock &m_clock;
     std::chrono::milliseconds m_timeout;
+    // Every reply under way is tied to this object's lifetime.
+    std::unique_ptr<QObject> m_requestsUnderWay = std::make_unique<QObject>();
 };

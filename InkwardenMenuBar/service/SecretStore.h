@@ -9,7 +9,8 @@
 
 // Keeps the one secret of the app, the user's API key. The app uses the system keyring; tests may
 // hand in another store.
-class SecretStore {
+class SecretStore
+{
 public:
     virtual ~SecretStore() = default;
 

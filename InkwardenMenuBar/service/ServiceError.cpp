@@ -1,6 +1,7 @@
 #include "ServiceError.h"
 
-QString ServiceError::localizedDescription() const {
+QString ServiceError::localizedDescription() const
+{
     if (const RoyaltiesError *error = royaltiesError()) {
         return error->errorDescription();
     }

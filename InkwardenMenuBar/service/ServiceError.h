@@ -17,12 +17,15 @@ struct TransportError {
 };
 
 // Anything a request to the royalties service can fail with, and the one text the user sees for it.
-class ServiceError {
+class ServiceError
+{
 public:
     ServiceError(RoyaltiesError error) // NOLINT(google-explicit-constructor): errors convert freely
-        : m_error(std::move(error)) {}
+        : m_error(std::move(error))
+    {}
     ServiceError(TransportError error) // NOLINT(google-explicit-constructor)
-        : m_error(std::move(error)) {}
+        : m_error(std::move(error))
+    {}
 
     const RoyaltiesError *royaltiesError() const { return std::get_if<RoyaltiesError>(&m_error); }
     const TransportError *transportError() const { return std::get_if<TransportError>(&m_error); }
@@ -37,16 +40,21 @@ private:
 
 // A value or the error that kept it from coming.
 template <typename T>
-class ServiceResult {
+class ServiceResult
+{
 public:
     ServiceResult(T value) // NOLINT(google-explicit-constructor)
-        : m_result(std::in_place_index<0>, std::move(value)) {}
+        : m_result(std::in_place_index<0>, std::move(value))
+    {}
     ServiceResult(ServiceError error) // NOLINT(google-explicit-constructor)
-        : m_result(std::in_place_index<1>, std::move(error)) {}
+        : m_result(std::in_place_index<1>, std::move(error))
+    {}
     ServiceResult(RoyaltiesError error) // NOLINT(google-explicit-constructor)
-        : ServiceResult(ServiceError(std::move(error))) {}
+        : ServiceResult(ServiceError(std::move(error)))
+    {}
     ServiceResult(TransportError error) // NOLINT(google-explicit-constructor)
-        : ServiceResult(ServiceError(std::move(error))) {}
+        : ServiceResult(ServiceError(std::move(error)))
+    {}
 
     bool hasValue() const { return m_result.index() == 0; }
     explicit operator bool() const { return hasValue(); }

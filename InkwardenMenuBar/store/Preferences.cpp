@@ -9,7 +9,8 @@ namespace {
 
 // A file QSettings cannot read would be overwritten by the next write. It is moved aside instead,
 // so the user's old settings can still be recovered by hand.
-std::optional<QString> setAsideIfUnreadable(const QString &filePath) {
+std::optional<QString> setAsideIfUnreadable(const QString &filePath)
+{
     if (!QFileInfo::exists(filePath)) {
         return std::nullopt;
     }
@@ -29,14 +30,17 @@ std::optional<QString> setAsideIfUnreadable(const QString &filePath) {
 
 Preferences::Preferences(const QString &filePath)
     : m_setAsideFile(setAsideIfUnreadable(filePath))
-    , m_settings(filePath, QSettings::IniFormat) {}
+    , m_settings(filePath, QSettings::IniFormat)
+{}
 
-QString Preferences::defaultFilePath() {
+QString Preferences::defaultFilePath()
+{
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
            + QStringLiteral("/inkwarden/inkwarden.conf");
 }
 
-std::optional<QString> Preferences::string(const QString &key) const {
+std::optional<QString> Preferences::string(const QString &key) const
+{
     const QVariant value = m_settings.value(key);
     if (!value.isValid() || !value.canConvert<QString>()) {
         return std::nullopt;
@@ -48,7 +52,8 @@ std::optional<QString> Preferences::string(const QString &key) const {
     return value.toString();
 }
 
-std::optional<qint64> Preferences::integer(const QString &key) const {
+std::optional<qint64> Preferences::integer(const QString &key) const
+{
     const std::optional<QString> text = string(key);
     if (!text) {
         return std::nullopt;
@@ -58,7 +63,8 @@ std::optional<qint64> Preferences::integer(const QString &key) const {
     return ok ? std::optional<qint64>(value) : std::nullopt;
 }
 
-std::optional<QStringList> Preferences::stringList(const QString &key) const {
+std::optional<QStringList> Preferences::stringList(const QString &key) const
+{
     const QVariant value = m_settings.value(key);
     if (!value.isValid()) {
         return std::nullopt;
@@ -66,7 +72,8 @@ std::optional<QStringList> Preferences::stringList(const QString &key) const {
     return value.toStringList();
 }
 
-std::optional<QDateTime> Preferences::date(const QString &key) const {
+std::optional<QDateTime> Preferences::date(const QString &key) const
+{
     const std::optional<QString> text = string(key);
     if (!text) {
         return std::nullopt;
@@ -75,28 +82,34 @@ std::optional<QDateTime> Preferences::date(const QString &key) const {
     return value.isValid() ? std::optional<QDateTime>(value) : std::nullopt;
 }
 
-void Preferences::setString(const QString &key, const QString &value) {
+void Preferences::setString(const QString &key, const QString &value)
+{
     write(key, value);
 }
 
-void Preferences::setInteger(const QString &key, qint64 value) {
+void Preferences::setInteger(const QString &key, qint64 value)
+{
     write(key, QString::number(value));
 }
 
-void Preferences::setStringList(const QString &key, const QStringList &value) {
+void Preferences::setStringList(const QString &key, const QStringList &value)
+{
     write(key, value);
 }
 
-void Preferences::setDate(const QString &key, const QDateTime &value) {
+void Preferences::setDate(const QString &key, const QDateTime &value)
+{
     write(key, value.toUTC().toString(Qt::ISODateWithMs));
 }
 
-void Preferences::remove(const QString &key) {
+void Preferences::remove(const QString &key)
+{
     m_settings.remove(key);
     m_settings.sync();
 }
 
-void Preferences::write(const QString &key, const QVariant &value) {
+void Preferences::write(const QString &key, const QVariant &value)
+{
     m_settings.setValue(key, value);
     // Written through at once: a settings change must survive a crash or a power cut.
     m_settings.sync();

@@ -9,7 +9,8 @@
 
 // Inkwarden's settings file: an INI file of plain keys. Values come back as text after a restart,
 // so every read parses the text; a value that does not parse reads as absent.
-class Preferences {
+class Preferences
+{
 public:
     explicit Preferences(const QString &filePath = defaultFilePath());
 

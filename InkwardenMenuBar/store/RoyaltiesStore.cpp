@@ -8,13 +8,15 @@
 
 namespace {
 
-bool isOfferedRefreshInterval(qint64 minutes) {
+bool isOfferedRefreshInterval(qint64 minutes)
+{
     return minutes == 30 || minutes == 60 || minutes == 120 || minutes == 180;
 }
 
 // The stored order, unknown names skipped and duplicates kept, then every metric it lacks in the
 // canonical order: a version that adds metrics puts them at the end of the user's order.
-QList<SalesBreakdownMetric> salesMetricOrderFrom(const QStringList &stored) {
+QList<SalesBreakdownMetric> salesMetricOrderFrom(const QStringList &stored)
+{
     QList<SalesBreakdownMetric> order;
     for (const QString &raw : stored) {
         if (const std::optional<SalesBreakdownMetric> metric = SalesBreakdownMetric::fromRawValue(raw)) {
@@ -29,7 +31,8 @@ QList<SalesBreakdownMetric> salesMetricOrderFrom(const QStringList &stored) {
     return order;
 }
 
-QSet<SalesBreakdownMetric> hiddenSalesMetricsFrom(const QStringList &stored) {
+QSet<SalesBreakdownMetric> hiddenSalesMetricsFrom(const QStringList &stored)
+{
     QSet<SalesBreakdownMetric> hidden;
     for (const QString &raw : stored) {
         if (const std::optional<SalesBreakdownMetric> metric = SalesBreakdownMetric::fromRawValue(raw)) {
@@ -45,7 +48,8 @@ RoyaltiesStore::RoyaltiesStore(StoreEnvironment environment, QObject *parent)
     : QObject(parent)
     , m_environment(std::move(environment))
     , m_moneyFormatter(m_environment.locale)
-    , m_service(m_environment.network, m_environment.clock) {
+    , m_service(m_environment.network, m_environment.clock)
+{
     Preferences &preferences = m_environment.preferences;
 
     m_serverURL = preferences.string(SettingsKeys::serverURL)
@@ -74,16 +78,23 @@ RoyaltiesStore::RoyaltiesStore(StoreEnvironment environment, QObject *parent)
     refreshLaunchAtLoginStatus();
 }
 
-RoyaltiesStore::~RoyaltiesStore() = default;
+RoyaltiesStore::~RoyaltiesStore()
+{
+    // Before any member goes: the service's requests are aborted as it is destroyed, and the tasks
+    // waiting on them must find the store gone.
+    *m_alive = false;
+}
 
-bool RoyaltiesStore::canRequestSummary() const {
+bool RoyaltiesStore::canRequestSummary() const
+{
     if (m_isLoading) {
         return false;
     }
     return !m_requestAvailableAt || *m_requestAvailableAt <= m_environment.clock.now();
 }
 
-QList<SalesBreakdownMetric> RoyaltiesStore::visibleSalesMetrics() const {
+QList<SalesBreakdownMetric> RoyaltiesStore::visibleSalesMetrics() const
+{
     QList<SalesBreakdownMetric> visible;
     for (const SalesBreakdownMetric metric : m_salesMetricOrder) {
         if (!m_hiddenSalesMetrics.contains(metric)) {
@@ -93,19 +104,23 @@ QList<SalesBreakdownMetric> RoyaltiesStore::visibleSalesMetrics() const {
     return visible;
 }
 
-double RoyaltiesStore::highlightedRoyalty() const {
+double RoyaltiesStore::highlightedRoyalty() const
+{
     return MoneyFormatter::highlightedRoyalty(m_summary, m_displayedRoyalty);
 }
 
-QString RoyaltiesStore::money(double value, bool compact) const {
+QString RoyaltiesStore::money(double value, bool compact) const
+{
     return m_moneyFormatter.money(value, m_summary.currency, compact);
 }
 
-std::optional<MenuBarMoneyParts> RoyaltiesStore::menuBarMoneyParts() const {
+std::optional<MenuBarMoneyParts> RoyaltiesStore::menuBarMoneyParts() const
+{
     return m_moneyFormatter.menuBarMoneyParts(m_summary, m_displayedRoyalty, m_lastUpdated.has_value());
 }
 
-void RoyaltiesStore::selectPeriod(RoyaltyPeriod period) {
+void RoyaltiesStore::selectPeriod(RoyaltyPeriod period)
+{
     if (period == m_selectedPeriod || !canSwitchPeriod()) {
         return;
     }
@@ -114,13 +129,15 @@ void RoyaltiesStore::selectPeriod(RoyaltyPeriod period) {
     refresh();
 }
 
-void RoyaltiesStore::selectPeriod(const QString &rawValue) {
+void RoyaltiesStore::selectPeriod(const QString &rawValue)
+{
     if (const std::optional<RoyaltyPeriod> period = RoyaltyPeriod::fromRawValue(rawValue)) {
         selectPeriod(*period);
     }
 }
 
-void RoyaltiesStore::moveSalesMetric(SalesBreakdownMetric metric, qint64 offset) {
+void RoyaltiesStore::moveSalesMetric(SalesBreakdownMetric metric, qint64 offset)
+{
     const qsizetype index = m_salesMetricOrder.indexOf(metric);
     if (index < 0) {
         return;
@@ -135,13 +152,15 @@ void RoyaltiesStore::moveSalesMetric(SalesBreakdownMetric metric, qint64 offset)
     persistSalesMetricPreferences();
 }
 
-void RoyaltiesStore::moveSalesMetric(const QString &rawValue, qint64 offset) {
+void RoyaltiesStore::moveSalesMetric(const QString &rawValue, qint64 offset)
+{
     if (const std::optional<SalesBreakdownMetric> metric = SalesBreakdownMetric::fromRawValue(rawValue)) {
         moveSalesMetric(*metric, offset);
     }
 }
 
-void RoyaltiesStore::setSalesMetricHidden(const QString &rawValue, bool hidden) {
+void RoyaltiesStore::setSalesMetricHidden(const QString &rawValue, bool hidden)
+{
     const std::optional<SalesBreakdownMetric> metric = SalesBreakdownMetric::fromRawValue(rawValue);
     if (!metric) {
         return;
@@ -156,7 +175,8 @@ void RoyaltiesStore::setSalesMetricHidden(const QString &rawValue, bool hidden) 
     persistSalesMetricPreferences();
 }
 
-void RoyaltiesStore::persistSettings() {
+void RoyaltiesStore::persistSettings()
+{
     Preferences &preferences = m_environment.preferences;
     preferences.setString(SettingsKeys::serverURL, m_serverURL.trimmed());
     preferences.setString(SettingsKeys::accountID, m_accountID);
@@ -165,7 +185,8 @@ void RoyaltiesStore::persistSettings() {
     persistSalesMetricPreferences();
 }
 
-void RoyaltiesStore::persistSalesMetricPreferences() {
+void RoyaltiesStore::persistSalesMetricPreferences()
+{
     QStringList order;
     for (const SalesBreakdownMetric metric : m_salesMetricOrder) {
         order.append(metric.rawValue());
@@ -178,7 +199,8 @@ void RoyaltiesStore::persistSalesMetricPreferences() {
     m_environment.preferences.setStringList(SettingsKeys::hiddenSalesMetrics, hidden);
 }
 
-void RoyaltiesStore::showSettings() {
+void RoyaltiesStore::showSettings()
+{
     refreshLaunchAtLoginStatus();
     setIsShowingSettings(true);
     if (m_accounts.isEmpty()) {
@@ -186,7 +208,8 @@ void RoyaltiesStore::showSettings() {
     }
 }
 
-void RoyaltiesStore::signOut() {
+void RoyaltiesStore::signOut()
+{
     // Deleting a missing key cannot fail, so nothing waits for the keyring here.
     m_environment.secrets.deleteAPIKey();
 

@@ -47,7 +47,8 @@ struct StoreEnvironment {
 // preferences, the last figures, the refresh and cooldown bookkeeping, and the sign-in, update and
 // login flags. Every published property notifies on every assignment; views bind to them and call
 // the operations, and compute nothing themselves.
-class RoyaltiesStore : public QObject {
+class RoyaltiesStore : public QObject
+{
     Q_OBJECT
     Q_PROPERTY(QString serverURL READ serverURL WRITE setServerURL NOTIFY serverURLChanged)
     Q_PROPERTY(QString apiKey READ apiKey WRITE setApiKey NOTIFY apiKeyChanged)
@@ -311,4 +312,6 @@ private:
     bool m_refreshWhenAvailable = false;
     bool m_hasReceivedNetworkStatus = false;
     std::optional<QString> m_promptedUpdateVersion;
+    // False from the moment the store starts to go away; a task that resumes after that stops at once.
+    std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
 };

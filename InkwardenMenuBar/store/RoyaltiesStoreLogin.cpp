@@ -1,7 +1,8 @@
 #include "RoyaltiesStore.h"
 #include "platform/LoginItemService.h"
 
-void RoyaltiesStore::refreshLaunchAtLoginStatus() {
+void RoyaltiesStore::refreshLaunchAtLoginStatus()
+{
     const LoginItemService::Status status = m_environment.loginItems.status();
     setOpensAtLogin(status == LoginItemService::Status::enabled);
     setLaunchAtLoginRequiresApproval(status == LoginItemService::Status::requiresApproval);

@@ -4,8 +4,6 @@
 #include "platform/Clock.h"
 #include "platform/NetworkReachability.h"
 
-#include <QPointer>
-
 #include <cmath>
 
 using namespace std::chrono_literals;
@@ -17,13 +15,15 @@ constexpr auto cooldownTick = 200ms;
 constexpr auto recoveryTick = 15s;
 constexpr auto startSignInDelay = 500ms;
 
-QString noInternetMessage() {
+QString noInternetMessage()
+{
     return QStringLiteral(u"No internet connection. Inkwarden will refresh automatically when it returns.");
 }
 
 } // namespace
 
-void RoyaltiesStore::start() {
+void RoyaltiesStore::start()
+{
     startRecoveryMonitoring();
     updateRequestCooldown();
     if (m_isConnected) {
@@ -38,7 +38,8 @@ void RoyaltiesStore::start() {
     });
 }
 
-void RoyaltiesStore::refresh() {
+void RoyaltiesStore::refresh()
+{
     if (!m_isConnected) {
         return;
     }
@@ -57,11 +58,12 @@ void RoyaltiesStore::refresh() {
     performRefresh(m_selectedPeriod);
 }
 
-QCoro::Task<> RoyaltiesStore::performRefresh(RoyaltyPeriod period) {
-    const QPointer<RoyaltiesStore> self(this);
+QCoro::Task<> RoyaltiesStore::performRefresh(RoyaltyPeriod period)
+{
+    const std::shared_ptr<const bool> alive = m_alive;
     const ServiceResult<RoyaltySummary> result =
         co_await m_service.fetchSummary(m_serverURL, m_apiKey, m_accountID, period);
-    if (!self) {
+    if (!*alive) {
         co_return;
     }
 
@@ -94,7 +96,8 @@ QCoro::Task<> RoyaltiesStore::performRefresh(RoyaltyPeriod period) {
     scheduleNextRefresh();
 }
 
-void RoyaltiesStore::beginRequestCooldown(double seconds) {
+void RoyaltiesStore::beginRequestCooldown(double seconds)
+{
     const qint64 milliseconds = std::llround(std::max(seconds, 0.0) * 1000.0);
     const QDateTime until = m_environment.clock.now().addMSecs(milliseconds);
     // A running cooldown is never shortened: a long wait the server asked for outlives the short
@@ -107,7 +110,8 @@ void RoyaltiesStore::beginRequestCooldown(double seconds) {
     updateRequestCooldown();
 }
 
-void RoyaltiesStore::updateRequestCooldown() {
+void RoyaltiesStore::updateRequestCooldown()
+{
     m_cooldownTimer.reset();
     if (!m_requestAvailableAt) {
         setRequestCooldownRemaining(0);
@@ -129,7 +133,8 @@ void RoyaltiesStore::updateRequestCooldown() {
     }
 }
 
-void RoyaltiesStore::scheduleNextRefresh() {
+void RoyaltiesStore::scheduleNextRefresh()
+{
     m_timer.reset();
     const auto interval = std::chrono::minutes(std::max<qint64>(m_refreshMinutes, 1));
     setNextRefreshAt(m_environment.clock.now().addMSecs(std::chrono::milliseconds(interval).count()));
@@ -139,7 +144,8 @@ void RoyaltiesStore::scheduleNextRefresh() {
     });
 }
 
-void RoyaltiesStore::startRecoveryMonitoring() {
+void RoyaltiesStore::startRecoveryMonitoring()
+{
     if (m_recoveryTimer) {
         return;
     }
@@ -150,7 +156,8 @@ void RoyaltiesStore::startRecoveryMonitoring() {
         m_environment.clock.startTimer(recoveryTick, true, [this] { recoverAutomaticRefreshIfNeeded(false); });
 }
 
-void RoyaltiesStore::handleNetworkAvailability(bool available) {
+void RoyaltiesStore::handleNetworkAvailability(bool available)
+{
     const bool wasAvailable = m_isNetworkAvailable;
     const bool hadStatus = m_hasReceivedNetworkStatus;
     m_hasReceivedNetworkStatus = true;
@@ -165,7 +172,8 @@ void RoyaltiesStore::handleNetworkAvailability(bool available) {
     }
 }
 
-void RoyaltiesStore::recoverAutomaticRefreshIfNeeded(bool force) {
+void RoyaltiesStore::recoverAutomaticRefreshIfNeeded(bool force)
+{
     if (!m_isConnected || !m_isNetworkAvailable || m_isLoading) {
         return;
     }
@@ -179,7 +187,8 @@ void RoyaltiesStore::recoverAutomaticRefreshIfNeeded(bool force) {
     refresh();
 }
 
-QString RoyaltiesStore::lastUpdatedText(const QDateTime &now) const {
+QString RoyaltiesStore::lastUpdatedText(const QDateTime &now) const
+{
     if (!m_lastUpdated) {
         return QStringLiteral("Not refreshed yet");
     }
@@ -201,7 +210,8 @@ QString RoyaltiesStore::lastUpdatedText(const QDateTime &now) const {
     return QStringLiteral("Refreshed %1h %2m ago").arg(hours).arg(rest / 60);
 }
 
-QString RoyaltiesStore::nextRefreshText(const QDateTime &now) const {
+QString RoyaltiesStore::nextRefreshText(const QDateTime &now) const
+{
     if (!m_isNetworkAvailable) {
         return QStringLiteral(u"Waiting for internet\u2026");
     }
@@ -223,6 +233,7 @@ QString RoyaltiesStore::nextRefreshText(const QDateTime &now) const {
     return QStringLiteral(u"Refresh queued\u2026");
 }
 
-QString RoyaltiesStore::friendlyMessage(const ServiceError &error) {
+QString RoyaltiesStore::friendlyMessage(const ServiceError &error)
+{
     return error.localizedDescription();
 }

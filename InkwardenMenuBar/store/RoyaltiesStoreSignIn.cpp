@@ -5,7 +5,6 @@
 #include "service/SecretStore.h"
 
 #include <QCryptographicHash>
-#include <QPointer>
 #include <QRegularExpression>
 #include <QUrlQuery>
 #include <QUuid>
@@ -14,13 +13,15 @@ namespace {
 
 const QString connectPagePath = QStringLiteral("/mac-app/connect/");
 
-QString noAccountsMessage() {
+QString noAccountsMessage()
+{
     return QStringLiteral("This API key does not have access to any accounts.");
 }
 
 // The host of a URL as it is written; QUrl would lower-case it, and the callback's host must match
 // exactly.
-QStringView writtenHost(QStringView url) {
+QStringView writtenHost(QStringView url)
+{
     const qsizetype authorityStart = url.indexOf(u"://");
     if (authorityStart < 0) {
         return {};
@@ -39,7 +40,8 @@ QStringView writtenHost(QStringView url) {
 }
 
 // The value of the first query item named `name`; none when the item is missing or has no value.
-std::optional<QString> firstQueryValue(const QUrl &url, const QString &name) {
+std::optional<QString> firstQueryValue(const QUrl &url, const QString &name)
+{
     const QList<QPair<QString, QString>> items = QUrlQuery(url).queryItems(QUrl::FullyDecoded);
     for (const auto &[key, value] : items) {
         if (key == name) {
@@ -51,17 +53,20 @@ std::optional<QString> firstQueryValue(const QUrl &url, const QString &name) {
 
 } // namespace
 
-QString RoyaltiesStore::newPkceValue() {
+QString RoyaltiesStore::newPkceValue()
+{
     const auto dashless = [] { return QUuid::createUuid().toString(QUuid::Id128).toUpper(); };
     return dashless() + dashless();
 }
 
-QString RoyaltiesStore::codeChallenge(const QString &verifier) {
+QString RoyaltiesStore::codeChallenge(const QString &verifier)
+{
     const QByteArray digest = QCryptographicHash::hash(verifier.toUtf8(), QCryptographicHash::Sha256);
     return QString::fromLatin1(digest.toBase64(QByteArray::Base64UrlEncoding | QByteArray::OmitTrailingEquals));
 }
 
-void RoyaltiesStore::beginBrowserAuthentication() {
+void RoyaltiesStore::beginBrowserAuthentication()
+{
     setErrorMessage(std::nullopt);
     const QString verifier = newPkceValue();
     const QString challenge = codeChallenge(verifier);
@@ -78,7 +83,8 @@ void RoyaltiesStore::beginBrowserAuthentication() {
     m_environment.desktop.openURL(*url);
 }
 
-void RoyaltiesStore::handleAuthenticationCallback(const QString &urlText) {
+void RoyaltiesStore::handleAuthenticationCallback(const QString &urlText)
+{
     const QUrl url(urlText, QUrl::StrictMode);
     const qsizetype schemeEnd = urlText.indexOf(u':');
     const bool isCallback = url.isValid() && schemeEnd > 0 && QStringView(urlText).left(schemeEnd) == u"inkwarden"
@@ -102,11 +108,12 @@ void RoyaltiesStore::handleAuthenticationCallback(const QString &urlText) {
     exchangeCode(*code, *pendingVerifier);
 }
 
-QCoro::Task<> RoyaltiesStore::exchangeCode(QString code, QString verifier) {
-    const QPointer<RoyaltiesStore> self(this);
+QCoro::Task<> RoyaltiesStore::exchangeCode(QString code, QString verifier)
+{
+    const std::shared_ptr<const bool> alive = m_alive;
     const ServiceResult<MacAuthExchangeResponse> exchanged =
         co_await m_service.exchangeAuthenticationCode(m_serverURL, code, verifier);
-    if (!self) {
+    if (!*alive) {
         co_return;
     }
     if (!exchanged) {
@@ -118,7 +125,7 @@ QCoro::Task<> RoyaltiesStore::exchangeCode(QString code, QString verifier) {
 
     setApiKey(exchanged.value().apiKey);
     const std::optional<RoyaltiesError> saveError = co_await m_environment.secrets.saveAPIKey(m_apiKey);
-    if (!self) {
+    if (!*alive) {
         co_return;
     }
     setIsAuthenticating(false);
@@ -132,7 +139,8 @@ QCoro::Task<> RoyaltiesStore::exchangeCode(QString code, QString verifier) {
     connect();
 }
 
-void RoyaltiesStore::connect() {
+void RoyaltiesStore::connect()
+{
     setErrorMessage(std::nullopt);
     const QString key = m_apiKey.trimmed();
     if (key.isEmpty()) {
@@ -143,10 +151,11 @@ void RoyaltiesStore::connect() {
     performConnect(key);
 }
 
-QCoro::Task<> RoyaltiesStore::performConnect(QString key) {
-    const QPointer<RoyaltiesStore> self(this);
+QCoro::Task<> RoyaltiesStore::performConnect(QString key)
+{
+    const std::shared_ptr<const bool> alive = m_alive;
     const ServiceResult<AccountsResponse> response = co_await m_service.fetchAccounts(m_serverURL, key);
-    if (!self) {
+    if (!*alive) {
         co_return;
     }
     const std::optional<QString> failure = [&]() -> std::optional<QString> {
@@ -169,7 +178,7 @@ QCoro::Task<> RoyaltiesStore::performConnect(QString key) {
     adoptAccounts(response.value());
 
     const std::optional<RoyaltiesError> saveError = co_await m_environment.secrets.saveAPIKey(key);
-    if (!self) {
+    if (!*alive) {
         co_return;
     }
     if (saveError) {
@@ -184,7 +193,8 @@ QCoro::Task<> RoyaltiesStore::performConnect(QString key) {
     refresh();
 }
 
-void RoyaltiesStore::adoptAccounts(const AccountsResponse &response) {
+void RoyaltiesStore::adoptAccounts(const AccountsResponse &response)
+{
     setAccounts(response.accounts);
     const bool chosenAccountListed =
         std::any_of(response.accounts.cbegin(), response.accounts.cend(),
@@ -194,7 +204,8 @@ void RoyaltiesStore::adoptAccounts(const AccountsResponse &response) {
     }
 }
 
-void RoyaltiesStore::loadAccounts() {
+void RoyaltiesStore::loadAccounts()
+{
     if (!m_isConnected || m_isLoadingAccounts) {
         return;
     }
@@ -202,10 +213,13 @@ void RoyaltiesStore::loadAccounts() {
     performLoadAccounts();
 }
 
-QCoro::Task<> RoyaltiesStore::performLoadAccounts() {
-    const QPointer<RoyaltiesStore> self(this);
-    const ServiceResult<AccountsResponse> response = co_await m_service.fetchAccounts(m_serverURL, m_apiKey.trimmed());
-    if (!self) {
+QCoro::Task<> RoyaltiesStore::performLoadAccounts()
+{
+    const std::shared_ptr<const bool> alive = m_alive;
+    // Named, not a temporary: g++ 12 destroys temporaries of a co_await expression twice.
+    const QString key = m_apiKey.trimmed();
+    const ServiceResult<AccountsResponse> response = co_await m_service.fetchAccounts(m_serverURL, key);
+    if (!*alive) {
         co_return;
     }
     if (!response || response.value().accounts.isEmpty()) {
@@ -225,7 +239,8 @@ QCoro::Task<> RoyaltiesStore::performLoadAccounts() {
 }
 
 std::optional<QUrl> RoyaltiesStore::makeServerURL(const QString &path,
-                                                  const RoyaltiesService::QueryItems &queryItems) const {
+                                                  const RoyaltiesService::QueryItems &queryItems) const
+{
     const ServiceResult<QUrl> url = RoyaltiesService::makeURL(m_serverURL, path, queryItems);
     if (!url || url.value().host().isEmpty()) {
         return std::nullopt;
@@ -233,7 +248,8 @@ std::optional<QUrl> RoyaltiesStore::makeServerURL(const QString &path,
     return url.value();
 }
 
-std::optional<QUrl> RoyaltiesStore::makeServerPageURL(const QString &path) const {
+std::optional<QUrl> RoyaltiesStore::makeServerPageURL(const QString &path) const
+{
     QUrl url(m_serverURL.trimmed(), QUrl::StrictMode);
     if (!url.isValid() || url.scheme().isEmpty() || url.host().isEmpty()) {
         return std::nullopt;

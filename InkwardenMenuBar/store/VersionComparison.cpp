@@ -2,12 +2,14 @@
 
 namespace {
 
-bool isDigit(QChar c) {
+bool isDigit(QChar c)
+{
     return c >= u'0' && c <= u'9';
 }
 
 // The digit run starting at `pos` without its leading zeros, and where it ends.
-QStringView digitRun(QStringView text, qsizetype &pos) {
+QStringView digitRun(QStringView text, qsizetype &pos)
+{
     const qsizetype start = pos;
     while (pos < text.size() && isDigit(text[pos])) {
         ++pos;
@@ -21,7 +23,8 @@ QStringView digitRun(QStringView text, qsizetype &pos) {
 
 } // namespace
 
-int compareVersions(QStringView lhs, QStringView rhs) {
+int compareVersions(QStringView lhs, QStringView rhs)
+{
     qsizetype i = 0;
     qsizetype j = 0;
     while (i < lhs.size() && j < rhs.size()) {
