@@ -16,8 +16,16 @@ struct Rejected {};
 
 QJsonObject topLevelObject(const QByteArray &json)
 {
+    // Qt's parser drops a raw U+FEFF that opens a string; written as an escape it survives. Only a
+    // mark in front of the whole document is no part of any value.
+    QByteArray readable = json.left(3);
+    readable += json.mid(3).replace("\xEF\xBB\xBF", "\\ufeff");
+    if (!json.startsWith("\xEF\xBB\xBF")) {
+        readable = json;
+        readable.replace("\xEF\xBB\xBF", "\\ufeff");
+    }
     QJsonParseError error{};
-    const QJsonDocument document = QJsonDocument::fromJson(json, &error);
+    const QJsonDocument document = QJsonDocument::fromJson(readable, &error);
     if (error.error != QJsonParseError::NoError || !document.isObject()) {
         throw Rejected{};
     }

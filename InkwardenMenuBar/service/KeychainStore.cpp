@@ -1,5 +1,7 @@
 #include "KeychainStore.h"
 
+#include "platform/PlatformTexts.h"
+
 #include <QCoreApplication>
 #include <QLoggingCategory>
 #include <QObject>
@@ -193,6 +195,5 @@ QCoro::Task<> KeychainStore::deleteAPIKey()
 
 QString KeychainStore::saveFailureMessage(int status)
 {
-    return QStringLiteral("Could not save the API key in the keyring (") + QString::number(status)
-           + QStringLiteral(").");
+    return PlatformTexts::keyringSaveFailure(status);
 }

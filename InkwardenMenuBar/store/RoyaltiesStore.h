@@ -41,6 +41,10 @@ struct StoreEnvironment {
     QNetworkAccessManager &network;
     AppInfo appInfo;
     QLocale locale = MoneyFormatter::userLocale();
+    // The user's cache folder; downloaded updates go into a folder of their own inside it.
+    QString cacheFolder = defaultCacheFolder();
+
+    static QString defaultCacheFolder();
 };
 
 // The one object that holds everything Inkwarden knows: the connection settings, the display
@@ -147,7 +151,6 @@ public:
     void setRoyaltyChangeCountsDown(bool value);
     void setMenuBarTitle(QString value);
     void setRequestCooldownRemaining(qint64 value);
-    void setOpensAtLogin(bool value);
     void setLaunchAtLoginRequiresApproval(bool value);
     void setLatestAppVersion(std::optional<QString> value);
     void setIsDownloadingUpdate(bool value);
@@ -212,13 +215,22 @@ public:
     std::optional<QUrl> makeServerURL(const QString &path, const RoyaltiesService::QueryItems &queryItems) const;
     std::optional<QUrl> makeServerPageURL(const QString &path) const;
 
-    // Updates.
+    // Updates and the web dashboard.
     QString currentAppVersion() const;
     bool isUpdateAvailable() const;
+    QString updateActionTitle() const;
     void presentUpdatePromptIfNeeded();
+    Q_INVOKABLE void checkForUpdates();
+    Q_INVOKABLE void downloadLatestUpdate();
+    std::optional<QUrl> existingDownloadedUpdateURL() const;
+    Q_INVOKABLE void openDownloadedUpdate();
+    Q_INVOKABLE void revealDownloadedUpdate();
+    Q_INVOKABLE void openDashboard();
 
     // Open at login.
     void refreshLaunchAtLoginStatus();
+    Q_INVOKABLE void setOpensAtLogin(bool enabled);
+    Q_INVOKABLE void openLoginItemsSettings();
 
 Q_SIGNALS:
     void serverURLChanged();
@@ -255,6 +267,8 @@ Q_SIGNALS:
 
 private:
     void setRequestAvailableAt(std::optional<QDateTime> value);
+    // The published value; setOpensAtLogin(bool) is the user's request to change it.
+    void publishOpensAtLogin(bool value);
     void beginRequestCooldown(double seconds);
     void updateRequestCooldown();
     void scheduleNextRefresh();
@@ -266,6 +280,11 @@ private:
     QCoro::Task<> exchangeCode(QString code, QString verifier);
     QCoro::Task<> performConnect(QString key);
     QCoro::Task<> performLoadAccounts();
+    QCoro::Task<> performCheckForUpdates();
+    QCoro::Task<> performDownload(QUrl url);
+    QCoro::Task<> performOpenInstaller(QString path);
+    std::optional<QString> chosenInstallerPath() const;
+    QString updatesFolder() const;
 
     static QString newPkceValue();
 
@@ -308,6 +327,9 @@ private:
     std::unique_ptr<ClockTimer> m_recoveryTimer;
     std::unique_ptr<ClockTimer> m_cooldownTimer;
     std::unique_ptr<ClockTimer> m_startSignInTimer;
+    std::unique_ptr<ClockTimer> m_loginStatusLookTimer;
+    // Downloads under way are tied to this object's lifetime.
+    std::unique_ptr<QObject> m_downloadsUnderWay = std::make_unique<QObject>();
     std::optional<QDateTime> m_requestAvailableAt;
     bool m_refreshWhenAvailable = false;
     bool m_hasReceivedNetworkStatus = false;

@@ -156,7 +156,7 @@ void RoyaltiesStore::setRequestCooldownRemaining(qint64 value)
     Q_EMIT requestCooldownRemainingChanged();
 }
 
-void RoyaltiesStore::setOpensAtLogin(bool value)
+void RoyaltiesStore::publishOpensAtLogin(bool value)
 {
     m_opensAtLogin = value;
     Q_EMIT opensAtLoginChanged();

@@ -4,13 +4,19 @@
 #include <QTest>
 
 StoreFixture::StoreFixture()
-    : server(std::make_unique<DevServer>())
 {
+    restartServer(DevServerConfig());
+    reopenPreferences();
+}
+
+void StoreFixture::restartServer(const DevServerConfig &config)
+{
+    server.reset();
+    server = std::make_unique<DevServer>(config);
     server->clock().setSource([this] { return clock.now(); });
     if (server->listen() == 0) {
         qFatal("the development server could not listen");
     }
-    reopenPreferences();
 }
 
 StoreFixture::~StoreFixture()
@@ -27,8 +33,9 @@ void StoreFixture::reopenPreferences()
 RoyaltiesStore &StoreFixture::makeStore()
 {
     m_store.reset();
-    m_store = std::make_unique<RoyaltiesStore>(
-        StoreEnvironment{clock, secrets, *m_preferences, reachability, desktop, loginItems, network, appInfo, locale});
+    m_store =
+        std::make_unique<RoyaltiesStore>(StoreEnvironment{clock, secrets, *m_preferences, reachability, desktop,
+                                                          loginItems, network, appInfo, locale, m_cacheFolder.path()});
     return *m_store;
 }
 

@@ -32,6 +32,11 @@ public:
     // Connected with the demo key to the development server; no request sent yet.
     RoyaltiesStore &makeConnectedStore();
 
+    // Replaces the development server with one started from `config`.
+    void restartServer(const DevServerConfig &config);
+    // The cache folder the store was given; downloaded updates go below it.
+    QString cacheFolder() const { return m_cacheFolder.path(); }
+
     // Statistics requests the server has seen.
     QList<RecordedRequest> statisticsRequests() const;
     // Waits (in real time, for real HTTP) until the store has no request in flight.
@@ -49,6 +54,7 @@ public:
 
 private:
     QTemporaryDir m_settingsFolder;
+    QTemporaryDir m_cacheFolder;
     std::unique_ptr<Preferences> m_preferences;
     std::unique_ptr<RoyaltiesStore> m_store;
 };

@@ -17,3 +17,9 @@ QCoro::Task<> MemorySecretStore::deleteAPIKey()
     key.clear();
     co_return;
 }
+
+QCoro::Task<std::optional<QString>> FakeDesktopServices::openFile(QString path)
+{
+    openedFiles.append(path);
+    co_return openFileFailure;
+}

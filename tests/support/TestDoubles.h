@@ -34,7 +34,7 @@ public:
     int starts = 0;
 };
 
-// Records the pages the app asks the browser to open.
+// Records what the app asks of the desktop; opening a file fails when told to.
 class FakeDesktopServices final : public DesktopServices
 {
 public:
@@ -43,8 +43,15 @@ public:
         openedURLs.append(url);
         return true;
     }
+    QCoro::Task<std::optional<QString>> openFile(QString path) override;
+    void revealFile(const QString &path) override { revealedFiles.append(path); }
+    void openLoginItemsSettings() override { ++loginItemsSettingsOpened; }
 
     QList<QUrl> openedURLs;
+    QStringList openedFiles;
+    QStringList revealedFiles;
+    std::optional<QString> openFileFailure;
+    int loginItemsSettingsOpened = 0;
 };
 
 // A login-item service whose status the test sets.
@@ -55,15 +62,23 @@ public:
     std::optional<QString> registerItem() override
     {
         ++registrations;
+        if (!registerFailure) {
+            currentStatus = statusAfterRegister;
+        }
         return registerFailure;
     }
     std::optional<QString> unregisterItem() override
     {
         ++unregistrations;
+        if (!unregisterFailure) {
+            currentStatus = Status::notRegistered;
+        }
         return unregisterFailure;
     }
 
     Status currentStatus = Status::notRegistered;
+    // What the system reports once registered: enabled, or a quiet refusal, or waiting for approval.
+    Status statusAfterRegister = Status::enabled;
     std::optional<QString> registerFailure;
     std::optional<QString> unregisterFailure;
     int registrations = 0;

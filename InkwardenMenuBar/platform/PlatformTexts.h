@@ -1,0 +1,90 @@
+#pragma once
+
+#include <QString>
+
+// The few texts and names that speak of the desktop Inkwarden runs on. They live together so that
+// a port to another system changes them in one place.
+namespace PlatformTexts {
+
+inline QString keyringSaveFailure(int status)
+{
+    return QStringLiteral("Could not save the API key in the keyring (") + QString::number(status)
+           + QStringLiteral(").");
+}
+
+inline QString apiKeyStorageNote()
+{
+    return QStringLiteral(
+        u"My Account \u2192 Settings \u2192 API Access \u00B7 Stored securely in your system keyring");
+}
+
+inline QString showInFileManager()
+{
+    return QStringLiteral("Show in Files");
+}
+
+inline QString openFromFileManager()
+{
+    return QStringLiteral("The update is downloaded. Open it from your file manager to continue.");
+}
+
+inline QString installerNotOpenedPrefix()
+{
+    return QStringLiteral("The system did not open the installer: ");
+}
+
+inline QString installerOpened()
+{
+    return QStringLiteral("Installer opened. If it is not visible, choose Show in Files.");
+}
+
+inline QString downloadUpdateQuestion()
+{
+    return QStringLiteral("Download the latest version now?");
+}
+
+inline QString loginApprovalRequired()
+{
+    return QStringLiteral("Approval is required in your system's autostart settings");
+}
+
+inline QString launchAtLoginExplanation()
+{
+    return QStringLiteral("Launch Inkwarden after you sign in to or restart your computer");
+}
+
+inline QString loginRegisteredButNotApproved()
+{
+    return QStringLiteral("Inkwarden is registered, but the system has not approved it. It will not open at login "
+                          "until you enable it in your system's autostart settings.");
+}
+
+inline QString openLoginItemsSettings()
+{
+    return QStringLiteral("Open Autostart Settings");
+}
+
+inline QString couldNotEnableOpenAtLogin()
+{
+    return QStringLiteral("The system could not enable Open at Login. Make sure Inkwarden is installed, then enable "
+                          "it in your system's autostart settings.");
+}
+
+inline QString couldNotUpdateOpenAtLogin(const QString &reason)
+{
+    return QStringLiteral("Could not update Open at Login: ") + reason
+           + QStringLiteral(". Make sure Inkwarden is installed, then try again.");
+}
+
+// The installer the server offers for this system, and the name it is saved under.
+inline QString installerPagePath()
+{
+    return QStringLiteral("/download_for_linux/");
+}
+
+inline QString installerFileName(const QString &version)
+{
+    return QStringLiteral("Inkwarden-") + version + QStringLiteral(".deb");
+}
+
+} // namespace PlatformTexts
