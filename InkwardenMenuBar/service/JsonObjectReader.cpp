@@ -100,7 +100,8 @@ std::optional<qint64> JsonObjectReader::optionalInteger(QLatin1String key)
     return integer;
 }
 
-std::optional<QMap<QString, qint64>> JsonObjectReader::optionalIntegerMap(QLatin1String key)
+template <typename Value, typename Convert>
+std::optional<QMap<QString, Value>> JsonObjectReader::optionalMap(QLatin1String key, Convert convert)
 {
     const std::optional<QJsonValue> value = presentValue(key);
     if (!value) {
@@ -110,39 +111,29 @@ std::optional<QMap<QString, qint64>> JsonObjectReader::optionalIntegerMap(QLatin
         fail();
         return std::nullopt;
     }
-    QMap<QString, qint64> map;
+    QMap<QString, Value> map;
     const QJsonObject object = value->toObject();
     for (auto it = object.constBegin(); it != object.constEnd(); ++it) {
-        const std::optional<qint64> integer = exactInteger(it.value());
-        if (!integer) {
+        const std::optional<Value> converted = convert(it.value());
+        if (!converted) {
             fail();
             return std::nullopt;
         }
-        map.insert(it.key(), *integer);
+        map.insert(it.key(), *converted);
     }
     return map;
 }
 
+std::optional<QMap<QString, qint64>> JsonObjectReader::optionalIntegerMap(QLatin1String key)
+{
+    return optionalMap<qint64>(key, exactInteger);
+}
+
 std::optional<QMap<QString, double>> JsonObjectReader::optionalDoubleMap(QLatin1String key)
 {
-    const std::optional<QJsonValue> value = presentValue(key);
-    if (!value) {
-        return std::nullopt;
-    }
-    if (!value->isObject()) {
-        fail();
-        return std::nullopt;
-    }
-    QMap<QString, double> map;
-    const QJsonObject object = value->toObject();
-    for (auto it = object.constBegin(); it != object.constEnd(); ++it) {
-        if (!it.value().isDouble()) {
-            fail();
-            return std::nullopt;
-        }
-        map.insert(it.key(), it.value().toDouble());
-    }
-    return map;
+    return optionalMap<double>(key, [](const QJsonValue &value) {
+        return value.isDouble() ? std::optional<double>(value.toDouble()) : std::nullopt;
+    });
 }
 
 QString JsonObjectReader::requiredString(QLatin1String key)

@@ -37,6 +37,9 @@ public:
     static std::optional<Body> decodeDocument(const QByteArray &json, ReadBody read);
 
 private:
+    // An object of names to values; a value that `convert` refuses fails the reader.
+    template <typename Value, typename Convert>
+    std::optional<QMap<QString, Value>> optionalMap(QLatin1String key, Convert convert);
     // Present and not null; otherwise the member is absent.
     std::optional<QJsonValue> presentValue(QLatin1String key) const;
     static std::optional<QJsonObject> parseObject(const QByteArray &json);

@@ -3,6 +3,7 @@
 #include "APIErrorResponse.h"
 #include "BookStatsResponse.h"
 #include "MacAuthExchangeRequest.h"
+#include "ServerAddress.h"
 #include "platform/Clock.h"
 
 #include <QNetworkAccessManager>
@@ -18,19 +19,6 @@ namespace {
 const QString statisticsPath = QStringLiteral("/api/v1/mac/bookStatsAPI/");
 const QString accountsPath = QStringLiteral("/api/v1/mac/listAccountsAPI/");
 const QString exchangePath = QStringLiteral("/api/v1/mac/exchangeAuthCodeAPI/");
-
-QString trimmedOfSlashes(QString text)
-{
-    qsizetype begin = 0;
-    qsizetype end = text.size();
-    while (begin < end && text.at(begin) == u'/') {
-        ++begin;
-    }
-    while (end > begin && text.at(end - 1) == u'/') {
-        --end;
-    }
-    return text.mid(begin, end - begin);
-}
 
 // Decodes the body type of a successful reply.
 template <typename Body>
@@ -81,7 +69,7 @@ RoyaltiesService::RoyaltiesService(QNetworkAccessManager &network, const Clock &
 ServiceResult<QUrl> RoyaltiesService::makeURL(const QString &serverURL, const QString &path,
                                               const QueryItems &queryItems)
 {
-    const QString text = trimmedOfSlashes(serverURL.trimmed()) + path;
+    const QString text = ServerAddress::withoutSlashesAtEnds(serverURL.trimmed()) + path;
     // The scheme is compared as written: "HTTP://" is not accepted, although a URL parser would
     // quietly lower-case it.
     const qsizetype colon = text.indexOf(u':');

@@ -89,6 +89,50 @@ class RoyaltiesStore : public QObject
     Q_PROPERTY(QVariant updateStatusMessage READ updateStatusMessageProperty NOTIFY updateStatusMessageChanged)
     Q_PROPERTY(bool canSwitchPeriod READ canSwitchPeriod NOTIFY canRequestSummaryChanged)
     Q_PROPERTY(bool canRequestSummary READ canRequestSummary NOTIFY canRequestSummaryChanged)
+    // Presentation for the views: properties
+    Q_PROPERTY(QString currentAppVersion READ currentAppVersion CONSTANT)
+    Q_PROPERTY(bool isUpdateAvailable READ isUpdateAvailable NOTIFY updatePresentationChanged)
+    Q_PROPERTY(QString updateActionTitle READ updateActionTitle NOTIFY updatePresentationChanged)
+    Q_PROPERTY(bool hasDownloadedUpdate READ hasDownloadedUpdate NOTIFY updatePresentationChanged)
+    Q_PROPERTY(bool canStartUpdateAction READ canStartUpdateAction NOTIFY updatePresentationChanged)
+    Q_PROPERTY(QString updateBannerTitle READ updateBannerTitle NOTIFY updatePresentationChanged)
+    Q_PROPERTY(QString updateBannerSubtitle READ updateBannerSubtitle CONSTANT)
+    Q_PROPERTY(QString updatePromptTitle READ updatePromptTitle NOTIFY updatePresentationChanged)
+    Q_PROPERTY(QString updatePromptMessage READ updatePromptMessage CONSTANT)
+    Q_PROPERTY(QString showInFilesTitle READ showInFilesTitle CONSTANT)
+    Q_PROPERTY(QString appVersionTitle READ appVersionTitle CONSTANT)
+    Q_PROPERTY(QString versionLine READ versionLine CONSTANT)
+    Q_PROPERTY(QVariant versionStatusText READ versionStatusText NOTIFY updatePresentationChanged)
+    Q_PROPERTY(QString versionStatusColor READ versionStatusColor NOTIFY updatePresentationChanged)
+    Q_PROPERTY(QString checkForUpdatesTitle READ checkForUpdatesTitle NOTIFY updatePresentationChanged)
+    Q_PROPERTY(bool canCheckForUpdates READ canCheckForUpdates NOTIFY updatePresentationChanged)
+    Q_PROPERTY(QString installUpdateTitle READ installUpdateTitle NOTIFY updatePresentationChanged)
+    Q_PROPERTY(QStringList periodTitles READ periodTitles CONSTANT)
+    Q_PROPERTY(QVariant periodCooldownCaption READ periodCooldownCaption NOTIFY requestCooldownRemainingChanged)
+    Q_PROPERTY(QString statusIndicatorColor READ statusIndicatorColor NOTIFY figuresPresentationChanged)
+    Q_PROPERTY(QString displayedRoyaltyCaption READ displayedRoyaltyCaption NOTIFY displayedRoyaltyChanged)
+    Q_PROPERTY(double highlightedRoyalty READ highlightedRoyalty NOTIFY figuresPresentationChanged)
+    Q_PROPERTY(QString highlightedRoyaltyText READ highlightedRoyaltyText NOTIFY figuresPresentationChanged)
+    Q_PROPERTY(QVariantList financialRows READ financialRows NOTIFY figuresPresentationChanged)
+    Q_PROPERTY(QVariantList salesBreakdownRows READ salesBreakdownRows NOTIFY figuresPresentationChanged)
+    Q_PROPERTY(QString signInButtonTitle READ signInButtonTitle NOTIFY isAuthenticatingChanged)
+    Q_PROPERTY(QString connectButtonTitle READ connectButtonTitle NOTIFY isLoadingChanged)
+    Q_PROPERTY(QString builtInServerURLText READ builtInServerURL CONSTANT)
+    Q_PROPERTY(QString apiKeyHint READ apiKeyHint CONSTANT)
+    Q_PROPERTY(QString accountRowForm READ accountRowForm NOTIFY accountPresentationChanged)
+    Q_PROPERTY(QVariant accountHint READ accountHint NOTIFY accountPresentationChanged)
+    Q_PROPERTY(QVariantList accountChoices READ accountChoices NOTIFY accountPresentationChanged)
+    Q_PROPERTY(int selectedAccountIndex READ selectedAccountIndex NOTIFY accountPresentationChanged)
+    Q_PROPERTY(QString singleAccountName READ singleAccountName NOTIFY accountPresentationChanged)
+    Q_PROPERTY(QStringList displayedRoyaltyTitles READ displayedRoyaltyTitles CONSTANT)
+    Q_PROPERTY(int displayedRoyaltyIndex READ displayedRoyaltyIndex NOTIFY displayedRoyaltyChanged)
+    Q_PROPERTY(QVariantList refreshIntervalChoices READ refreshIntervalChoices CONSTANT)
+    Q_PROPERTY(int refreshIntervalIndex READ refreshIntervalIndex NOTIFY refreshMinutesChanged)
+    Q_PROPERTY(QVariantList salesMetricSettingsRows READ salesMetricSettingsRows NOTIFY
+                   salesMetricSettingsPresentationChanged)
+    Q_PROPERTY(QString startAutomaticallyHint READ startAutomaticallyHint NOTIFY launchAtLoginRequiresApprovalChanged)
+    Q_PROPERTY(QString loginApprovalNotice READ loginApprovalNotice CONSTANT)
+    Q_PROPERTY(QString openLoginItemsSettingsTitle READ openLoginItemsSettingsTitle CONSTANT)
 
 public:
     static QString placeholderTitle() { return QStringLiteral(u"\u25C9 \u2014"); }
@@ -336,4 +380,68 @@ private:
     std::optional<QString> m_promptedUpdateVersion;
     // False from the moment the store starts to go away; a task that resumes after that stops at once.
     std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
+
+    // Presentation for the views: begin
+    // The texts and decisions the views show, derived from the published state, so that the views
+    // only bind and call. Implemented in RoyaltiesStorePresentation.cpp.
+public:
+    bool hasDownloadedUpdate() const { return m_downloadedUpdateURL.has_value(); }
+    bool canStartUpdateAction() const { return !m_isDownloadingUpdate; }
+    QString updateBannerTitle() const;
+    QString updateBannerSubtitle() const;
+    QString updatePromptTitle() const;
+    QString updatePromptMessage() const;
+    static QString showInFilesTitle();
+    QString appVersionTitle() const;
+    QString versionLine() const;
+    QVariant versionStatusText() const;
+    QString versionStatusColor() const;
+    QString checkForUpdatesTitle() const;
+    bool canCheckForUpdates() const { return !m_isCheckingForUpdates && !m_isDownloadingUpdate; }
+    QString installUpdateTitle() const;
+    static QStringList periodTitles();
+    QVariant periodCooldownCaption() const;
+    QString statusIndicatorColor() const;
+    QString displayedRoyaltyCaption() const;
+    QString highlightedRoyaltyText() const;
+    QVariantList financialRows() const;
+    QVariantList salesBreakdownRows() const;
+    QString signInButtonTitle() const;
+    QString connectButtonTitle() const;
+    static QString apiKeyHint();
+    QString accountRowForm() const;
+    QVariant accountHint() const;
+    QVariantList accountChoices() const;
+    int selectedAccountIndex() const;
+    QString singleAccountName() const;
+    static QStringList displayedRoyaltyTitles();
+    int displayedRoyaltyIndex() const;
+    static QVariantList refreshIntervalChoices();
+    int refreshIntervalIndex() const;
+    QVariantList salesMetricSettingsRows() const;
+    QString startAutomaticallyHint() const;
+    static QString loginApprovalNotice();
+    static QString openLoginItemsSettingsTitle();
+
+    // The update button of the banner and of the settings: opens the downloaded installer when
+    // there is one, else downloads it.
+    Q_INVOKABLE void performUpdateAction();
+
+    // The store's own time and timers, for the views' once-a-second status lines.
+    QDateTime presentationNow() const;
+    [[nodiscard]] std::unique_ptr<ClockTimer> startPresentationTimer(std::chrono::milliseconds interval,
+                                                                     std::function<void()> callback);
+
+Q_SIGNALS:
+    void updatePresentationChanged();
+    void figuresPresentationChanged();
+    void accountPresentationChanged();
+    void salesMetricSettingsPresentationChanged();
+
+private:
+    // Forwards the published signals to the presentation signals above; runs once, while the
+    // store is made (after every other member).
+    bool wirePresentationSignals();
+    [[maybe_unused]] bool m_presentationSignalsWired = wirePresentationSignals();
+    // Presentation for the views: end
 };

@@ -3,6 +3,7 @@
 #include "SettingsKeys.h"
 #include "platform/DesktopServices.h"
 #include "service/SecretStore.h"
+#include "service/ServerAddress.h"
 
 #include <QCryptographicHash>
 #include <QRegularExpression>
@@ -254,14 +255,7 @@ std::optional<QUrl> RoyaltiesStore::makeServerPageURL(const QString &path) const
     if (!url.isValid() || url.scheme().isEmpty() || url.host().isEmpty()) {
         return std::nullopt;
     }
-    QString basePath = url.path();
-    while (basePath.startsWith(u'/')) {
-        basePath.remove(0, 1);
-    }
-    while (basePath.endsWith(u'/')) {
-        basePath.chop(1);
-    }
-    url.setPath(basePath.isEmpty() ? path : u'/' + basePath + path);
+    url.setPath(ServerAddress::pagePath(url.path(), path));
     url.setQuery(QString());
     url.setFragment(QString());
     if (!url.isValid()) {

@@ -2,6 +2,7 @@
 #include "VersionComparison.h"
 #include "platform/DesktopServices.h"
 #include "platform/PlatformTexts.h"
+#include "service/ServerAddress.h"
 
 #include <QDir>
 #include <QFile>
@@ -251,16 +252,8 @@ void RoyaltiesStore::openDashboard()
         setErrorMessage(QStringLiteral("Enter a valid server URL in Settings before opening the dashboard."));
         return;
     }
-    QString basePath = url.path();
-    while (basePath.startsWith(u'/')) {
-        basePath.remove(0, 1);
-    }
-    while (basePath.endsWith(u'/')) {
-        basePath.chop(1);
-    }
-    const QString dashboardPath = QStringLiteral("/dashboard_lite/");
     // Unlike the other pages, the dashboard keeps a query or fragment of the server address.
-    url.setPath(basePath.isEmpty() ? dashboardPath : u'/' + basePath + dashboardPath);
+    url.setPath(ServerAddress::pagePath(url.path(), QStringLiteral("/dashboard_lite/")));
     if (!url.isValid()) {
         setErrorMessage(QStringLiteral("Inkwarden could not open the dashboard URL."));
         return;

@@ -1,0 +1,353 @@
+#include "RoyaltiesStore.h"
+#include "platform/Clock.h"
+#include "platform/PlatformTexts.h"
+
+#include <algorithm>
+
+// What the popover's views show: texts, choices and enabled states derived from the published
+// state. Each list row is a map with plain keys, so the views bind to it as they find it.
+
+namespace {
+
+QVariant optionalText(const std::optional<QString> &text)
+{
+    return text ? QVariant(*text) : QVariant();
+}
+
+QString countedUnits(qint64 count, const QLocale &locale)
+{
+    return locale.toString(count) + (count == 1 ? QStringLiteral(" unit") : QStringLiteral(" units"));
+}
+
+QString accountName(const PublisherAccount &account)
+{
+    return account.displayName.value_or(account.userEmail);
+}
+
+constexpr std::array<qint64, 4> refreshIntervals{30, 60, 120, 180};
+
+} // namespace
+
+bool RoyaltiesStore::wirePresentationSignals()
+{
+    const auto forward = [this](auto signal, auto presentationSignal) {
+        QObject::connect(this, signal, this, presentationSignal);
+    };
+    for (const auto signal :
+         {&RoyaltiesStore::latestAppVersionChanged, &RoyaltiesStore::isDownloadingUpdateChanged,
+          &RoyaltiesStore::isCheckingForUpdatesChanged, &RoyaltiesStore::downloadedUpdateURLChanged}) {
+        forward(signal, &RoyaltiesStore::updatePresentationChanged);
+    }
+    for (const auto signal :
+         {&RoyaltiesStore::summaryChanged, &RoyaltiesStore::displayedRoyaltyChanged,
+          &RoyaltiesStore::salesMetricOrderChanged, &RoyaltiesStore::hiddenSalesMetricsChanged,
+          &RoyaltiesStore::errorMessageChanged, &RoyaltiesStore::isNetworkAvailableChanged}) {
+        forward(signal, &RoyaltiesStore::figuresPresentationChanged);
+    }
+    for (const auto signal : {&RoyaltiesStore::accountsChanged, &RoyaltiesStore::isLoadingAccountsChanged,
+                              &RoyaltiesStore::accountIDChanged}) {
+        forward(signal, &RoyaltiesStore::accountPresentationChanged);
+    }
+    for (const auto signal : {&RoyaltiesStore::salesMetricOrderChanged, &RoyaltiesStore::hiddenSalesMetricsChanged}) {
+        forward(signal, &RoyaltiesStore::salesMetricSettingsPresentationChanged);
+    }
+    return true;
+}
+
+QString RoyaltiesStore::updateBannerTitle() const
+{
+    return QStringLiteral("Inkwarden ") + m_latestAppVersion.value_or(QString()) + QStringLiteral(" is available");
+}
+
+QString RoyaltiesStore::updateBannerSubtitle() const
+{
+    return QStringLiteral("You have version ") + currentAppVersion();
+}
+
+QString RoyaltiesStore::updatePromptTitle() const
+{
+    return updateBannerTitle();
+}
+
+QString RoyaltiesStore::updatePromptMessage() const
+{
+    return QStringLiteral("You are using version ") + currentAppVersion() + QStringLiteral(". ")
+           + PlatformTexts::downloadUpdateQuestion();
+}
+
+QString RoyaltiesStore::showInFilesTitle()
+{
+    return PlatformTexts::showInFileManager();
+}
+
+QString RoyaltiesStore::appVersionTitle() const
+{
+    return QStringLiteral("Inkwarden ") + currentAppVersion();
+}
+
+QString RoyaltiesStore::versionLine() const
+{
+    return QStringLiteral("Version ") + currentAppVersion();
+}
+
+QVariant RoyaltiesStore::versionStatusText() const
+{
+    if (isUpdateAvailable()) {
+        return QString(QStringLiteral("Version ") + *m_latestAppVersion + QStringLiteral(" is available"));
+    }
+    if (m_latestAppVersion) {
+        return QStringLiteral(u"You\u2019re up to date");
+    }
+    // No check has answered yet: no status line at all.
+    return {};
+}
+
+QString RoyaltiesStore::versionStatusColor() const
+{
+    return isUpdateAvailable() ? QStringLiteral("orange") : QStringLiteral("green");
+}
+
+QString RoyaltiesStore::checkForUpdatesTitle() const
+{
+    return m_isCheckingForUpdates ? QStringLiteral(u"Checking\u2026") : QStringLiteral("Check for updates");
+}
+
+QString RoyaltiesStore::installUpdateTitle() const
+{
+    return m_isDownloadingUpdate ? QStringLiteral(u"Downloading\u2026") : QStringLiteral("Install update");
+}
+
+QStringList RoyaltiesStore::periodTitles()
+{
+    QStringList titles;
+    for (const RoyaltyPeriod period : RoyaltyPeriod::allCases()) {
+        titles.append(period.rawValue());
+    }
+    return titles;
+}
+
+QVariant RoyaltiesStore::periodCooldownCaption() const
+{
+    if (m_requestCooldownRemaining < 1) {
+        return {};
+    }
+    return QString(QStringLiteral("Period selection available in ") + QString::number(m_requestCooldownRemaining)
+                   + QStringLiteral("s"));
+}
+
+QString RoyaltiesStore::statusIndicatorColor() const
+{
+    // An error always shows orange, even with the network there.
+    if (m_errorMessage || !m_isNetworkAvailable) {
+        return QStringLiteral("orange");
+    }
+    return QStringLiteral("green");
+}
+
+QString RoyaltiesStore::displayedRoyaltyCaption() const
+{
+    return m_displayedRoyalty.rawValue().toUpper();
+}
+
+QString RoyaltiesStore::highlightedRoyaltyText() const
+{
+    return money(highlightedRoyalty(), false);
+}
+
+QVariantList RoyaltiesStore::financialRows() const
+{
+    const auto row = [this](const QString &title, double value, const QString &icon, const QString &color) {
+        return QVariantMap{{QStringLiteral("title"), title},
+                           {QStringLiteral("value"), money(value, false)},
+                           {QStringLiteral("icon"), icon},
+                           {QStringLiteral("color"), color}};
+    };
+    return {
+        row(QStringLiteral("Gross royalties"), m_summary.gross, QStringLiteral("chart.line.uptrend.xyaxis"),
+            QStringLiteral("blue")),
+        row(QStringLiteral("Ad spend & expenses"), m_summary.spending, QStringLiteral("megaphone"),
+            QStringLiteral("orange")),
+        row(QStringLiteral("Net royalties"), m_summary.net, QStringLiteral("banknote"), QStringLiteral("green")),
+    };
+}
+
+QVariantList RoyaltiesStore::salesBreakdownRows() const
+{
+    QVariantList rows;
+    const SalesBreakdownMetric::MoneyText moneyText = [this](double value) { return money(value, false); };
+    for (const SalesBreakdownMetric metric : visibleSalesMetrics()) {
+        rows.append(QVariantMap{
+            {QStringLiteral("id"), metric.rawValue()},
+            {QStringLiteral("isCustomFormat"), false},
+            {QStringLiteral("title"), metric.title()},
+            {QStringLiteral("units"), metric.unitsText(m_summary, m_environment.locale)},
+            {QStringLiteral("royalties"), optionalText(metric.royaltiesText(m_summary, moneyText))},
+            {QStringLiteral("icon"), metric.icon()},
+            {QStringLiteral("color"), systemColorName(metric.color())},
+            {QStringLiteral("showsDivider"), !rows.isEmpty()},
+        });
+    }
+    // Custom formats follow by name; QMap keeps its keys in ascending order.
+    for (auto it = m_summary.customFormats.cbegin(); it != m_summary.customFormats.cend(); ++it) {
+        rows.append(QVariantMap{
+            {QStringLiteral("id"), QString(QStringLiteral("custom:") + it.key())},
+            {QStringLiteral("isCustomFormat"), true},
+            {QStringLiteral("title"), it.key()},
+            {QStringLiteral("units"), countedUnits(it->units, m_environment.locale)},
+            {QStringLiteral("royalties"), money(it->royalties, false)},
+            {QStringLiteral("icon"), QStringLiteral("square.grid.2x2")},
+            {QStringLiteral("color"), QStringLiteral("pink")},
+            {QStringLiteral("showsDivider"), !rows.isEmpty()},
+        });
+    }
+    return rows;
+}
+
+QString RoyaltiesStore::signInButtonTitle() const
+{
+    return m_isAuthenticating ? QStringLiteral(u"Waiting for browser sign-in\u2026")
+                              : QStringLiteral("Sign in with Inkwarden");
+}
+
+QString RoyaltiesStore::connectButtonTitle() const
+{
+    return m_isLoading ? QStringLiteral(u"Connecting\u2026") : QStringLiteral("Connect with API key");
+}
+
+QString RoyaltiesStore::apiKeyHint()
+{
+    return PlatformTexts::apiKeyStorageNote();
+}
+
+QString RoyaltiesStore::accountRowForm() const
+{
+    if (m_isLoadingAccounts) {
+        return QStringLiteral("loading");
+    }
+    if (m_accounts.size() >= 2) {
+        return QStringLiteral("picker");
+    }
+    return m_accounts.size() == 1 ? QStringLiteral("single") : QStringLiteral("none");
+}
+
+QVariant RoyaltiesStore::accountHint() const
+{
+    if (m_isLoadingAccounts) {
+        return QStringLiteral("Loading accounts authorized by this API key");
+    }
+    if (m_accounts.isEmpty()) {
+        return QStringLiteral("Account details could not be loaded");
+    }
+    return {};
+}
+
+QVariantList RoyaltiesStore::accountChoices() const
+{
+    QVariantList choices;
+    for (const PublisherAccount &account : m_accounts) {
+        choices.append(QVariantMap{{QStringLiteral("text"), accountName(account)},
+                                   {QStringLiteral("accountID"), account.accountID}});
+    }
+    return choices;
+}
+
+int RoyaltiesStore::selectedAccountIndex() const
+{
+    const auto found = std::find_if(m_accounts.cbegin(), m_accounts.cend(),
+                                    [this](const PublisherAccount &account) { return account.accountID == m_accountID; });
+    return found == m_accounts.cend() ? -1 : int(std::distance(m_accounts.cbegin(), found));
+}
+
+QString RoyaltiesStore::singleAccountName() const
+{
+    return m_accounts.size() == 1 ? accountName(m_accounts.first()) : QString();
+}
+
+QStringList RoyaltiesStore::displayedRoyaltyTitles()
+{
+    QStringList titles;
+    for (const DisplayedRoyalty royalty : DisplayedRoyalty::allCases()) {
+        titles.append(royalty.rawValue());
+    }
+    return titles;
+}
+
+int RoyaltiesStore::displayedRoyaltyIndex() const
+{
+    return int(m_displayedRoyalty.value());
+}
+
+QVariantList RoyaltiesStore::refreshIntervalChoices()
+{
+    const QStringList texts{QStringLiteral("Every 30 minutes"), QStringLiteral("Every hour"),
+                            QStringLiteral("Every 2 hours"), QStringLiteral("Every 3 hours")};
+    QVariantList choices;
+    for (qsizetype i = 0; i < texts.size(); ++i) {
+        choices.append(QVariantMap{{QStringLiteral("text"), texts.at(i)},
+                                   {QStringLiteral("minutes"), refreshIntervals.at(size_t(i))}});
+    }
+    return choices;
+}
+
+int RoyaltiesStore::refreshIntervalIndex() const
+{
+    const auto found = std::find(refreshIntervals.cbegin(), refreshIntervals.cend(), m_refreshMinutes);
+    return found == refreshIntervals.cend() ? -1 : int(std::distance(refreshIntervals.cbegin(), found));
+}
+
+QVariantList RoyaltiesStore::salesMetricSettingsRows() const
+{
+    QVariantList rows;
+    const qsizetype count = m_salesMetricOrder.size();
+    for (qsizetype position = 0; position < count; ++position) {
+        const SalesBreakdownMetric metric = m_salesMetricOrder.at(position);
+        rows.append(QVariantMap{
+            {QStringLiteral("id"), metric.rawValue()},
+            {QStringLiteral("title"), metric.title()},
+            {QStringLiteral("isShown"), !m_hiddenSalesMetrics.contains(metric)},
+            {QStringLiteral("showsDivider"), position > 0},
+            {QStringLiteral("canMoveUp"), position > 0},
+            {QStringLiteral("canMoveDown"), position < count - 1},
+            {QStringLiteral("moveUpTitle"), QString(QStringLiteral("Move ") + metric.title() + QStringLiteral(" up"))},
+            {QStringLiteral("moveDownTitle"),
+             QString(QStringLiteral("Move ") + metric.title() + QStringLiteral(" down"))},
+        });
+    }
+    return rows;
+}
+
+QString RoyaltiesStore::startAutomaticallyHint() const
+{
+    return m_launchAtLoginRequiresApproval ? PlatformTexts::loginApprovalRequired()
+                                           : PlatformTexts::launchAtLoginExplanation();
+}
+
+QString RoyaltiesStore::loginApprovalNotice()
+{
+    return PlatformTexts::loginRegisteredButNotApproved();
+}
+
+QString RoyaltiesStore::openLoginItemsSettingsTitle()
+{
+    return PlatformTexts::openLoginItemsSettings();
+}
+
+void RoyaltiesStore::performUpdateAction()
+{
+    if (m_downloadedUpdateURL) {
+        openDownloadedUpdate();
+    } else {
+        downloadLatestUpdate();
+    }
+}
+
+QDateTime RoyaltiesStore::presentationNow() const
+{
+    return m_environment.clock.now();
+}
+
+std::unique_ptr<ClockTimer> RoyaltiesStore::startPresentationTimer(std::chrono::milliseconds interval,
+                                                                   std::function<void()> callback)
+{
+    return m_environment.clock.startTimer(interval, true, std::move(callback));
+}

@@ -1,0 +1,241 @@
+import QtQuick
+import QtQuick.Controls.Fusion
+import QtQuick.Layouts
+
+// The dashboard: header, then a scrolling column (period picker, update banner, earnings card with
+// the financial rows, sales breakdown, error banner), then the footer with the commands.
+Item {
+    id: view
+    required property RoyaltiesStore store
+
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: 0
+
+        Rectangle {
+            objectName: "dashboardHeader"
+            Layout.fillWidth: true
+            implicitHeight: header.implicitHeight + 28
+            color: Theme.withOpacity(Theme.controlBackground, 0.55)
+
+            RowLayout {
+                id: header
+                anchors.fill: parent
+                anchors.leftMargin: 18
+                anchors.rightMargin: 18
+                anchors.topMargin: 14
+                anchors.bottomMargin: 14
+                spacing: 10
+
+                BrandLogoView {
+                    objectName: "headerLogo"
+                    size: 30
+                    cornerRadius: 8
+                }
+                ColumnLayout {
+                    spacing: 1
+                    TextLine {
+                        objectName: "headerTitle"
+                        text: "Inkwarden"
+                        font: Typography.headline
+                    }
+                    TextLine {
+                        objectName: "headerPeriod"
+                        text: view.store.selectedPeriod
+                        font: Typography.caption
+                        color: Theme.secondaryText
+                    }
+                }
+                Item { Layout.fillWidth: true }
+                SymbolButton {
+                    objectName: "settingsButton"
+                    symbol: "gearshape"
+                    symbolSize: 17
+                    toolTip: "Settings"
+                    foreground: Theme.secondaryText
+                    onClicked: view.store.showSettings()
+                }
+            }
+        }
+
+        ScrollView {
+            id: scroll
+            objectName: "dashboardScroll"
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            contentWidth: availableWidth
+            clip: true
+
+            Item {
+                width: scroll.availableWidth
+                implicitHeight: column.implicitHeight + 36
+
+                ColumnLayout {
+                    id: column
+                    anchors.fill: parent
+                    anchors.margins: 18
+                    spacing: 16
+
+                    ColumnLayout {
+                        spacing: 5
+                        Layout.fillWidth: true
+                        SegmentedPicker {
+                            objectName: "periodPicker"
+                            accessibleName: "Period"
+                            model: view.store.periodTitles
+                            current: view.store.selectedPeriod
+                            enabled: view.store.canSwitchPeriod
+                            onActivated: value => view.store.selectPeriod(value)
+                        }
+                        TextLine {
+                            objectName: "cooldownCaption"
+                            visible: view.store.periodCooldownCaption !== undefined
+                            text: view.store.periodCooldownCaption ?? ""
+                            font: Typography.make(Typography.captionSize, Font.Normal, Typography.figureFamily)
+                            color: Theme.secondaryText
+                            Layout.alignment: Qt.AlignHCenter
+                        }
+                    }
+
+                    UpdateBanner {
+                        objectName: "updateBanner"
+                        visible: view.store.isUpdateAvailable
+                        store: view.store
+                    }
+
+                    Rectangle {
+                        objectName: "figuresCard"
+                        Layout.fillWidth: true
+                        implicitHeight: figures.implicitHeight + 28
+                        radius: 13
+                        color: Theme.controlBackground
+
+                        ColumnLayout {
+                            id: figures
+                            anchors.fill: parent
+                            anchors.margins: 14
+                            spacing: 11
+
+                            EarningsCard {
+                                objectName: "earningsCard"
+                                store: view.store
+                                timelineRunning: view.visible
+                            }
+                            Repeater {
+                                // Counted, not listed: rows are read by position, so they are kept
+                                // (and their focus) when the figures change.
+                                model: view.store.financialRows.length
+                                delegate: ColumnLayout {
+                                    id: financial
+                                    required property int index
+                                    readonly property var row: view.store.financialRows[index]
+                                    spacing: 11
+                                    Layout.fillWidth: true
+                                    Separator { visible: financial.index > 0 }
+                                    MetricRow {
+                                        objectName: "financialRow" + financial.index
+                                        title: financial.row.title
+                                        value: financial.row.value
+                                        icon: financial.row.icon
+                                        color: financial.row.color
+                                    }
+                                }
+                            }
+                        }
+                    }
+
+                    ColumnLayout {
+                        spacing: 12
+                        Layout.fillWidth: true
+                        TextLine {
+                            objectName: "salesBreakdownHeading"
+                            text: "SALES BREAKDOWN"
+                            font: Typography.make(Typography.caption2Size, Font.DemiBold)
+                            color: Theme.secondaryText
+                            Component.onCompleted: font.letterSpacing = 0.8
+                        }
+                        Rectangle {
+                            objectName: "salesBreakdownCard"
+                            Layout.fillWidth: true
+                            implicitHeight: breakdown.implicitHeight
+                            radius: 13
+                            color: Theme.controlBackground
+
+                            ColumnLayout {
+                                id: breakdown
+                                objectName: "salesBreakdownRows"
+                                anchors.left: parent.left
+                                anchors.right: parent.right
+                                spacing: 0
+                                Repeater {
+                                    model: view.store.salesBreakdownRows.length
+                                    delegate: ColumnLayout {
+                                        id: sales
+                                        required property int index
+                                        readonly property var row: view.store.salesBreakdownRows[index]
+                                        objectName: "breakdownRow_" + row.id
+                                        spacing: 0
+                                        Layout.fillWidth: true
+                                        Separator {
+                                            objectName: "divider"
+                                            indent: 38
+                                            visible: sales.row.showsDivider
+                                        }
+                                        FormatSalesRow {
+                                            objectName: "row"
+                                            title: sales.row.title
+                                            units: sales.row.units
+                                            royalties: sales.row.royalties
+                                            icon: sales.row.icon
+                                            color: sales.row.color
+                                        }
+                                    }
+                                }
+                            }
+                        }
+                    }
+
+                    ErrorBanner {
+                        objectName: "errorBanner"
+                        visible: view.store.errorMessage !== undefined
+                        message: view.store.errorMessage ?? ""
+                    }
+                }
+            }
+        }
+
+        Separator { objectName: "footerDivider" }
+
+        RowLayout {
+            objectName: "footer"
+            Layout.fillWidth: true
+            Layout.leftMargin: 18
+            Layout.rightMargin: 18
+            Layout.topMargin: 12
+            Layout.bottomMargin: 12
+            spacing: 8
+
+            SymbolButton {
+                objectName: "refreshButton"
+                text: "Refresh"
+                symbol: "arrow.clockwise"
+                enabled: view.store.canRequestSummary
+                onClicked: view.store.refresh()
+            }
+            SymbolButton {
+                objectName: "openDashboardButton"
+                text: "Open My Dashboard"
+                symbol: "arrow.up.forward.square"
+                onClicked: view.store.openDashboard()
+            }
+            Item { Layout.fillWidth: true }
+            SymbolButton {
+                objectName: "quitButton"
+                text: "Quit"
+                flat: true
+                foreground: Theme.secondaryText
+                onClicked: Qt.quit()
+            }
+        }
+    }
+}

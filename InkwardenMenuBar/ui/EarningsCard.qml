@@ -1,0 +1,88 @@
+import QtQuick
+import QtQuick.Controls.Fusion
+import QtQuick.Layouts
+
+// The highlighted royalty: the connection dot with the figure's name, the amount, and the two
+// status lines that move with the clock.
+Rectangle {
+    id: card
+    required property RoyaltiesStore store
+    property alias timelineRunning: timeline.running
+
+    Layout.fillWidth: true
+    implicitHeight: column.implicitHeight + 44
+    radius: 16
+    color: Theme.withOpacity(Theme.accent, 0.08)
+    border.width: 1
+    border.color: Theme.withOpacity(Theme.accent, 0.18)
+
+    StatusTimeline {
+        id: timeline
+        store: card.store
+    }
+
+    BusyIndicator {
+        objectName: "loadingIndicator"
+        visible: card.store.isLoading
+        running: visible
+        width: 16
+        height: 16
+        anchors.top: parent.top
+        anchors.right: parent.right
+        anchors.margins: 12
+        Accessible.name: "Refreshing"
+    }
+
+    ColumnLayout {
+        id: column
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 6
+
+        RowLayout {
+            spacing: 6
+            Layout.alignment: Qt.AlignHCenter
+            Rectangle {
+                objectName: "statusCircle"
+                readonly property string colorName: card.store.statusIndicatorColor
+                width: 7
+                height: 7
+                radius: 3.5
+                color: Theme.color(colorName)
+                Accessible.ignored: true
+            }
+            TextLine {
+                objectName: "displayedRoyaltyCaption"
+                text: card.store.displayedRoyaltyCaption
+                font: Typography.make(Typography.caption2Size, Font.DemiBold)
+                color: Theme.secondaryText
+            }
+        }
+        RollingAmount {
+            objectName: "highlightedAmount"
+            text: card.store.highlightedRoyaltyText
+            countsDown: card.store.royaltyChangeCountsDown
+            Layout.alignment: Qt.AlignHCenter
+            Layout.maximumWidth: card.width - 16
+        }
+        ColumnLayout {
+            spacing: 6
+            Layout.alignment: Qt.AlignHCenter
+            TextLine {
+                objectName: "lastUpdatedText"
+                text: timeline.lastUpdatedText
+                font: Typography.make(Typography.captionSize, Font.Normal, Typography.figureFamily)
+                color: Theme.secondaryText
+                Layout.alignment: Qt.AlignHCenter
+            }
+            TextLine {
+                objectName: "nextRefreshText"
+                text: timeline.nextRefreshText
+                font: Typography.make(Typography.captionSize, Font.Normal, Typography.figureFamily)
+                color: Theme.secondaryText
+                Layout.alignment: Qt.AlignHCenter
+            }
+        }
+    }
+}

@@ -1,0 +1,36 @@
+import QtQuick
+import QtQuick.Layouts
+
+// An error message on an orange ground; long messages wrap over several lines.
+Rectangle {
+    id: banner
+    property string message
+
+    Layout.fillWidth: true
+    implicitHeight: content.implicitHeight + 20
+    radius: 9
+    color: Theme.withOpacity(Theme.color("orange"), 0.1)
+    Accessible.role: Accessible.AlertMessage
+    Accessible.name: message
+
+    RowLayout {
+        id: content
+        anchors.fill: parent
+        anchors.margins: 10
+        spacing: 8
+        SymbolIcon {
+            symbol: "exclamationmark.triangle.fill"
+            color: Theme.color("orange")
+            size: 14
+            Layout.alignment: Qt.AlignTop
+        }
+        TextLine {
+            objectName: "errorMessage"
+            text: banner.message
+            font: Typography.caption
+            wrapMode: Text.Wrap
+            Layout.fillWidth: true
+            Layout.alignment: Qt.AlignTop
+        }
+    }
+}

@@ -1,0 +1,78 @@
+import QtQuick
+import QtQuick.Controls.Fusion
+import QtQuick.Layouts
+
+// A button with a symbol before its text, or a borderless symbol alone (give it a `toolTip`, which
+// is also its accessible name). `prominent` fills it with the accent colour; `large` is the tall
+// control size; `busy` shows a small spinner in place of the symbol.
+Button {
+    id: control
+    property string symbol
+    property real symbolSize: 15
+    property bool prominent: false
+    property bool large: false
+    property bool busy: false
+    property string toolTip
+    property color foreground: prominent ? Theme.accentText : Theme.text
+    property font labelFont: Typography.body
+
+    readonly property bool iconOnly: text.length === 0
+
+    flat: iconOnly
+    implicitHeight: large ? 34 : (iconOnly ? 26 : 28)
+    implicitWidth: iconOnly ? 26 : Math.max(implicitContentWidth + leftPadding + rightPadding, 40)
+    leftPadding: iconOnly ? 2 : 12
+    rightPadding: iconOnly ? 2 : 12
+    focusPolicy: Qt.StrongFocus
+    hoverEnabled: true
+
+    ToolTip.visible: toolTip.length > 0 && hovered
+    ToolTip.text: toolTip
+    ToolTip.delay: 600
+    Accessible.name: iconOnly ? toolTip : text
+    Accessible.role: Accessible.Button
+
+    contentItem: RowLayout {
+        spacing: 6
+        opacity: control.enabled ? 1 : 0.45
+        Item { Layout.fillWidth: !control.iconOnly }
+        BusyIndicator {
+            objectName: control.objectName + "Spinner"
+            visible: control.busy
+            running: control.busy
+            Layout.preferredWidth: 14
+            Layout.preferredHeight: 14
+            Accessible.ignored: true
+        }
+        SymbolIcon {
+            visible: !control.busy && control.symbol.length > 0
+            symbol: control.symbol
+            size: control.symbolSize
+            color: control.foreground
+            Layout.alignment: Qt.AlignVCenter
+        }
+        Label {
+            visible: !control.iconOnly
+            text: control.text
+            textFormat: Text.PlainText
+            font: control.labelFont
+            color: control.foreground
+            elide: Text.ElideRight
+            Layout.alignment: Qt.AlignVCenter
+        }
+        Item { Layout.fillWidth: !control.iconOnly }
+    }
+
+    background: Rectangle {
+        visible: !control.flat || control.hovered || control.visualFocus
+        radius: control.large ? 8 : 6
+        color: control.prominent
+               ? (control.down ? Qt.darker(Theme.accent, 1.15) : Theme.accent)
+               : control.flat
+                 ? Theme.withOpacity(Theme.text, control.down ? 0.14 : 0.07)
+                 : (control.down ? Qt.darker(Theme.controlBackground, 1.08) : Theme.controlBackground)
+        border.width: control.prominent || control.flat ? (control.visualFocus ? 2 : 0) : 1
+        border.color: control.visualFocus ? Theme.accent : Theme.separator
+        opacity: control.enabled ? 1 : 0.55
+    }
+}
