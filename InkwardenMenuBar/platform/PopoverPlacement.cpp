@@ -1,0 +1,56 @@
+#include "PopoverPlacement.h"
+
+#include <algorithm>
+
+PopoverPlacement::Edge PopoverPlacement::panelEdge(const QRect &screen, const QRect &workArea, const QPoint &anchor)
+{
+    // Panels cut into the work area; of those, the one nearest the click holds the item.
+    struct Candidate {
+        Edge edge;
+        int cut;
+        int distance;
+    };
+    const Candidate candidates[] = {
+        {Edge::top, workArea.top() - screen.top(), anchor.y() - screen.top()},
+        {Edge::bottom, screen.bottom() - workArea.bottom(), screen.bottom() - anchor.y()},
+        {Edge::left, workArea.left() - screen.left(), anchor.x() - screen.left()},
+        {Edge::right, screen.right() - workArea.right(), screen.right() - anchor.x()},
+    };
+    const Candidate *best = nullptr;
+    for (const Candidate &candidate : candidates) {
+        if (candidate.cut > 0 && (!best || candidate.distance < best->distance)) {
+            best = &candidate;
+        }
+    }
+    if (best) {
+        return best->edge;
+    }
+    return std::min_element(std::begin(candidates), std::end(candidates),
+                            [](const Candidate &a, const Candidate &b) { return a.distance < b.distance; })
+        ->edge;
+}
+
+QPoint PopoverPlacement::topLeft(const QRect &screen, const QRect &workArea, const QPoint &anchor, const QSize &size)
+{
+    const QRect area = workArea.isValid() ? workArea : screen;
+    int x = anchor.x() - size.width() / 2;
+    int y = anchor.y() - size.height() / 2;
+    switch (panelEdge(screen, area, anchor)) {
+    case Edge::top:
+        y = area.top() + gap;
+        break;
+    case Edge::bottom:
+        y = area.bottom() + 1 - size.height() - gap;
+        break;
+    case Edge::left:
+        x = area.left() + gap;
+        break;
+    case Edge::right:
+        x = area.right() + 1 - size.width() - gap;
+        break;
+    }
+    // Kept whole on the screen, even where the click was near a corner.
+    x = std::clamp(x, area.left(), std::max(area.left(), area.right() + 1 - size.width()));
+    y = std::clamp(y, area.top(), std::max(area.top(), area.bottom() + 1 - size.height()));
+    return {x, y};
+}
