@@ -12,6 +12,7 @@
 #include <QProcess>
 #include <QStandardPaths>
 #include <qcoro/qcoroprocess.h>
+#include <qcoro/qcorosignal.h>
 
 #include <memory>
 
@@ -45,9 +46,15 @@ struct Opener {
 };
 
 // The last line an opener wrote to its error output, without the "gio: file:///…: " that names the
-// program and the file: the user knows both.
-QString openerMessage(const QString &name, const QByteArray &errorOutput)
+// program and the file: the user knows both. xdg-open passes on the words of the opener it ran.
+QString openerMessage(const QByteArray &errorOutput)
 {
+    static const QStringList openerNames = {
+        QStringLiteral("gio"),        QStringLiteral("xdg-open"),   QStringLiteral("xdg-mime"),
+        QStringLiteral("kde-open"),   QStringLiteral("kde-open5"),  QStringLiteral("kde-open6"),
+        QStringLiteral("kioclient"),  QStringLiteral("kioclient5"), QStringLiteral("exo-open"),
+        QStringLiteral("gvfs-open"),  QStringLiteral("gnome-open"), QStringLiteral("mimeopen"),
+        QStringLiteral("run-mailcap")};
     const QStringList lines = QString::fromLocal8Bit(errorOutput).split(u'\n', Qt::SkipEmptyParts);
     QString message;
     for (auto line = lines.crbegin(); line != lines.crend() && message.isEmpty(); ++line) {
@@ -59,9 +66,10 @@ QString openerMessage(const QString &name, const QByteArray &errorOutput)
             break;
         }
         const QString prefix = message.left(separator);
-        const bool namesProgramOrFile = !prefix.contains(u' ')
-                                        && (prefix == name || prefix.endsWith(u'/' + name)
-                                            || prefix.startsWith(QStringLiteral("file:")) || prefix.startsWith(u'/'));
+        const QString programName = prefix.mid(prefix.lastIndexOf(u'/') + 1);
+        const bool namesProgramOrFile =
+            !prefix.contains(u' ')
+            && (openerNames.contains(programName) || prefix.contains(QStringLiteral("://")) || prefix.startsWith(u'/'));
         if (!namesProgramOrFile) {
             break;
         }
@@ -72,7 +80,7 @@ QString openerMessage(const QString &name, const QByteArray &errorOutput)
 
 QString describeOpenerFailure(const QString &name, int exitCode, const QByteArray &errorOutput)
 {
-    const QString message = openerMessage(name, errorOutput);
+    const QString message = openerMessage(errorOutput);
     if (!message.isEmpty()) {
         return asSentence(message);
     }
@@ -93,6 +101,26 @@ QString describeOpenerFailure(const QString &name, int exitCode, const QByteArra
            + QString::number(exitCode) + u'.';
 }
 
+// Tells once a process is past starting, whether it runs or failed to. QProcess says so in a private
+// signal, whose tag argument QCoro would bind to a null reference.
+class StartWatcher : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit StartWatcher(QProcess *process)
+    {
+        connect(process, &QProcess::stateChanged, this, [this](QProcess::ProcessState state) {
+            if (state != QProcess::Starting) {
+                Q_EMIT settled();
+            }
+        });
+    }
+
+Q_SIGNALS:
+    void settled();
+};
+
 struct AutostartSettings {
     QStringList desktops;        // as XDG_CURRENT_DESKTOP names them, compared without regard to case
     QList<QStringList> commands; // program and arguments, the preferred first
@@ -106,8 +134,8 @@ const QList<AutostartSettings> &autostartSettingsTable()
          {{QStringLiteral("systemsettings"), QStringLiteral("kcm_autostart")},
           {QStringLiteral("kcmshell6"), QStringLiteral("kcm_autostart")},
           {QStringLiteral("kcmshell5"), QStringLiteral("kcm_autostart")}}},
-        // GNOME itself has no such page; Ubuntu and Budgie ship the old session properties, and
-        // Tweaks lists startup applications elsewhere.
+        // GNOME's own Settings has no such page: some distributions still ship the session
+        // properties dialog, and Tweaks has a page of startup applications.
         {{QStringLiteral("GNOME"), QStringLiteral("Unity")},
          {{QStringLiteral("gnome-session-properties")}, {QStringLiteral("gnome-tweaks")}}},
         {{QStringLiteral("XFCE")}, {{QStringLiteral("xfce4-session-settings")}}},
@@ -168,8 +196,11 @@ bool LinuxDesktopServices::openURL(const QUrl &url)
 
 QCoro::Task<std::optional<QString>> LinuxDesktopServices::openFile(QString path)
 {
+    if (path.isEmpty()) {
+        co_return QStringLiteral("No file was given to open.");
+    }
     const QFileInfo file(path);
-    if (path.isEmpty() || !file.exists()) {
+    if (!file.exists()) {
         co_return QStringLiteral("The file ") + quoted(file.fileName()) + QStringLiteral(" does not exist.");
     }
     const QString absolutePath = file.absoluteFilePath();
@@ -190,10 +221,12 @@ QCoro::Task<std::optional<QString>> LinuxDesktopServices::openFile(QString path)
         process->setStandardInputFile(QProcess::nullDevice());
         process->setStandardOutputFile(QProcess::nullDevice());
         process->start(QIODevice::ReadOnly);
-        auto coroProcess = qCoro(process.get());
+        // Whether the program could be run is known a moment later, from the event loop. (QCoro's
+        // waitForStarted() notices a failure only when its time-out runs out.)
         if (process->state() == QProcess::Starting) {
-            QCoro::Task<bool> started = coroProcess.waitForStarted(patience);
-            co_await std::move(started);
+            StartWatcher watcher(process.get());
+            auto settled = qCoro(&watcher, &StartWatcher::settled, patience);
+            co_await std::move(settled);
         }
         if (process->state() != QProcess::Running) {
             notStarted = asSentence(QStringLiteral("The file opener ") + opener.name
@@ -201,8 +234,10 @@ QCoro::Task<std::optional<QString>> LinuxDesktopServices::openFile(QString path)
             continue;
         }
 
+        auto coroProcess = qCoro(process.get());
         QCoro::Task<bool> finished = coroProcess.waitForFinished(patience);
-        if (!co_await std::move(finished)) {
+        const bool finishedInTime = co_await std::move(finished);
+        if (!finishedInTime) {
             // Still running: xdg-open without a known desktop waits until the application it
             // started quits, and that application is what was asked for. The opener is left to end
             // in its own time.
@@ -236,7 +271,7 @@ void LinuxDesktopServices::revealFile(const QString &path)
     QDBusMessage call = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("/org/freedesktop/FileManager1"),
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
-    // Nautilus, Dolphin, Nemo, Caja and Thunar take file URIs, percent-encoded; no startup ID.
+    // File URIs, percent-encoded as the interface asks; Inkwarden has no startup ID to pass on.
     call << QStringList{QString::fromUtf8(QUrl::fromLocalFile(file.absoluteFilePath()).toEncoded())} << QString();
     const QDBusPendingCall pending = m_system.bus.asyncCall(call, int(m_system.fileManagerTimeout.count()));
 
@@ -282,3 +317,5 @@ void LinuxDesktopServices::openLoginItemsSettings()
     QDir().mkpath(m_system.autostartFolder);
     m_system.openURL(QUrl::fromLocalFile(m_system.autostartFolder));
 }
+
+#include "LinuxDesktopServices.moc"

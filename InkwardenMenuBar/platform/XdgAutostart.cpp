@@ -17,8 +17,8 @@ namespace {
 // A hand-made file can be anything; a desktop entry is a few hundred bytes.
 constexpr qint64 MaximumEntrySize = 1024 * 1024;
 
-// The [Desktop Entry] group of a desktop file, read the way GLib's key files read it (which is how
-// GNOME's and XFCE's sessions read autostart entries): comments and other groups skipped,
+// The [Desktop Entry] group of a desktop file, read the way GLib's key files read it (and so GNOME's
+// session reads autostart entries): comments and other groups skipped,
 // white space around '=' ignored, the last of repeated keys kept. Localised keys such as
 // "Name[de]" are dropped: none of the keys that decide whether Inkwarden starts has them.
 class DesktopEntry
@@ -378,7 +378,8 @@ QByteArray XdgAutostart::entryContents(const QString &executable)
 {
     // No NoDisplay: GNOME's startup-applications tools hide such entries, and the user must be able
     // to find this one there. No startup notification either: Inkwarden opens no window at login,
-    // so the busy cursor would spin until it timed out.
+    // so the busy cursor would spin until it timed out. TryExec lets a session skip the entry
+    // quietly once the program is gone, instead of failing to start it at every login.
     const QString text = QStringLiteral("# Written by Inkwarden when Open at Login is switched on.\n"
                                         "[Desktop Entry]\n"
                                         "Type=Application\n"
