@@ -6,9 +6,9 @@
 #include <QFile>
 #include <QProcess>
 #include <QSignalSpy>
+#include <QSysInfo>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QSysInfo>
 #include <QThread>
 
 namespace {

@@ -7,12 +7,22 @@ INKWARDEN_BUILD_PACKAGES=(
     qcoro-qt6-dev qtkeychain-qt6-dev
     libsecret-1-0
     libicu-dev tzdata
+    qt6-declarative-dev qt6-svg-dev qml6-module-qtqml qml6-module-qtquick qml6-module-qtquick-controls
+    qml6-module-qtquick-layouts qml6-module-qtquick-templates qml6-module-qtqml-workerscript
+    qml6-module-qtquick-window fonts-material-design-icons-iconfont fonts-roboto-unhinted
 )
 
 INKWARDEN_TEST_PACKAGES=(
     gnome-keyring
     dbus-daemon dbus-bin python3-dbusmock
     clang clang-format libclang-rt-14-dev libbenchmark-dev
+    desktop-file-utils libglib2.0-bin xdg-utils shared-mime-info
+    curl openssl
+)
+
+# A real panel to look at the status item in, unseen (tests/statusitem/show-in-xfce-panel.sh).
+INKWARDEN_PANEL_PACKAGES=(
+    xvfb xauth xfce4-panel imagemagick
 )
 
 inkwarden_missing_packages() {

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "MenuBarTitle.h"
+
+#include <QList>
+#include <QObject>
+#include <QPoint>
+#include <QString>
+
+// The entries of the item's menu, in their order; a separator stands before Quit.
+enum class StatusMenuEntry { Open, Refresh, Settings, Quit };
+
+// The Inkwarden icon in the panel with its figure and small menu. The app talks to this interface;
+// behind it is a StatusNotifierItem on the session bus, or the XEmbed tray icon where no
+// StatusNotifierWatcher runs. StatusItemSelector picks one and keeps it up to date.
+class StatusItem : public QObject
+{
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    // The menu's entries and their labels, shared by every implementation.
+    static QList<StatusMenuEntry> menuEntries();
+    static QString menuLabel(StatusMenuEntry entry);
+
+    // Shows `title` next to the icon (or, where the host cannot, in the tool tip). Pass the store's
+    // `menuBarTitle` and `menuBarMoneyParts()` each time the title changes.
+    virtual void setTitle(const MenuBarTitle &title) = 0;
+
+    // The tool tip: `title` is the figure, `body` the line below it ("Refreshed …"), may be empty.
+    virtual void setToolTip(const QString &title, const QString &body) = 0;
+
+Q_SIGNALS:
+    // The icon was clicked: toggle the popover. `point` is where, in screen coordinates, or a null
+    // point when the host does not say.
+    void activated(QPoint point);
+    // "Open Inkwarden" was chosen in the menu: show the popover.
+    void menuOpenRequested();
+    void refreshRequested();
+    void settingsRequested();
+    void quitRequested();
+
+protected:
+    // Emits the signal that belongs to `entry`.
+    void triggerMenuEntry(StatusMenuEntry entry);
+};

@@ -1,0 +1,105 @@
+#include "AppDelegate.h"
+
+#include "Popover.h"
+#include "platform/AppInfo.h"
+#include "platform/Clock.h"
+#include "platform/MenuBarTitle.h"
+#include "platform/StatusItem.h"
+#include "store/Preferences.h"
+#include "store/RoyaltiesStore.h"
+#include "store/SettingsKeys.h"
+
+AppDelegate::AppDelegate(RoyaltiesStore &store, StatusItem &statusItem, Popover &popover, Preferences &preferences,
+                         Clock &clock, const AppInfo &appInfo, QObject *parent)
+    : QObject(parent)
+    , m_store(store)
+    , m_statusItem(statusItem)
+    , m_popover(popover)
+    , m_preferences(preferences)
+    , m_clock(clock)
+    , m_version(appInfo.version)
+{
+    QObject::connect(&m_statusItem, &StatusItem::activated, this,
+                     [this](QPoint point) { togglePopover(point.isNull() ? std::nullopt : std::optional(point)); });
+    QObject::connect(&m_statusItem, &StatusItem::menuOpenRequested, this, [this] { showPopover(); });
+    QObject::connect(&m_statusItem, &StatusItem::refreshRequested, &m_store, &RoyaltiesStore::refresh);
+    QObject::connect(&m_statusItem, &StatusItem::settingsRequested, this, [this] {
+        m_store.showSettings();
+        showPopover();
+    });
+    QObject::connect(&m_statusItem, &StatusItem::quitRequested, this, &AppDelegate::quitRequested);
+    QObject::connect(&m_popover, &Popover::quitRequested, this, &AppDelegate::quitRequested);
+}
+
+AppDelegate::~AppDelegate() = default;
+
+void AppDelegate::applicationDidFinishLaunching()
+{
+    applyMenuBarTitle();
+    updateToolTip();
+    // Every assignment of the title re-renders the item, as the store publishes each refresh's outcome.
+    QObject::connect(&m_store, &RoyaltiesStore::menuBarTitleChanged, this, [this] {
+        applyMenuBarTitle();
+        updateToolTip();
+    });
+    QObject::connect(&m_store, &RoyaltiesStore::lastUpdatedChanged, this, &AppDelegate::updateToolTip);
+    m_store.start();
+    presentPopoverForNewVersionIfNeeded();
+}
+
+void AppDelegate::applyMenuBarTitle()
+{
+    m_statusItem.setTitle(MenuBarTitle{m_store.menuBarTitle(), m_store.menuBarMoneyParts()});
+}
+
+void AppDelegate::updateToolTip()
+{
+    const MenuBarTitle title{m_store.menuBarTitle(), m_store.menuBarMoneyParts()};
+    m_statusItem.setToolTip(QStringLiteral("Inkwarden Royalties"),
+                            title.figure() + QStringLiteral(u" \u00B7 ") + m_store.lastUpdatedText(m_clock.now()));
+}
+
+void AppDelegate::togglePopover(std::optional<QPoint> anchor)
+{
+    if (m_popover.isShown()) {
+        m_popover.close();
+        return;
+    }
+    // The click that closed the popover by landing outside it also lands on the item.
+    if (m_popover.closedJustNow()) {
+        return;
+    }
+    showPopover(anchor);
+}
+
+void AppDelegate::showPopover(std::optional<QPoint> anchor)
+{
+    // Opening after a sleep catches up a missed refresh at once.
+    m_store.recoverAutomaticRefreshIfNeeded(false);
+    m_popover.show(anchor);
+    m_store.presentUpdatePromptIfNeeded();
+}
+
+void AppDelegate::openURLs(const QStringList &urls)
+{
+    if (urls.isEmpty()) {
+        return;
+    }
+    m_store.handleAuthenticationCallback(urls.first());
+    showPopover();
+}
+
+void AppDelegate::presentPopoverForNewVersionIfNeeded()
+{
+    if (!m_version) {
+        return;
+    }
+    if (m_preferences.string(SettingsKeys::lastPresentedAppVersion) == m_version) {
+        return;
+    }
+    m_preferences.setString(SettingsKeys::lastPresentedAppVersion, *m_version);
+    m_newVersionTimer = m_clock.startTimer(std::chrono::milliseconds(newVersionDelayMilliseconds), false, [this] {
+        m_newVersionTimer.reset();
+        showPopover();
+    });
+}

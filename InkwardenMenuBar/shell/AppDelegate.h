@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QObject>
+#include <QPoint>
+#include <QStringList>
+
+#include <memory>
+#include <optional>
+
+struct AppInfo;
+class Clock;
+class ClockTimer;
+class Popover;
+class Preferences;
+class RoyaltiesStore;
+class StatusItem;
+
+// Inkwarden's shell: it starts the store, keeps the panel item's title in step with it, opens the
+// popover from the item and by itself on the first launch of a version, and hands the browser's
+// sign-in callback to the store.
+class AppDelegate : public QObject
+{
+    Q_OBJECT
+
+public:
+    static constexpr int newVersionDelayMilliseconds = 350;
+
+    AppDelegate(RoyaltiesStore &store, StatusItem &statusItem, Popover &popover, Preferences &preferences, Clock &clock,
+                const AppInfo &appInfo, QObject *parent = nullptr);
+    ~AppDelegate() override;
+
+    // The start sequence: item title, title subscription, the store's start, the new-version opening.
+    void applicationDidFinishLaunching();
+    // URLs the system opened Inkwarden with: the first goes to the store, then the popover opens.
+    void openURLs(const QStringList &urls);
+    // A click on the item.
+    void togglePopover(std::optional<QPoint> anchor);
+    void showPopover(std::optional<QPoint> anchor = std::nullopt);
+
+Q_SIGNALS:
+    void quitRequested();
+
+private:
+    void applyMenuBarTitle();
+    void updateToolTip();
+    void presentPopoverForNewVersionIfNeeded();
+
+    RoyaltiesStore &m_store;
+    StatusItem &m_statusItem;
+    Popover &m_popover;
+    Preferences &m_preferences;
+    Clock &m_clock;
+    std::optional<QString> m_version;
+    std::unique_ptr<ClockTimer> m_newVersionTimer;
+};

@@ -1,0 +1,55 @@
+#include "InkwardenApplication.h"
+
+#include "AppDelegate.h"
+#include "PopoverWindow.h"
+#include "platform/AppInfo.h"
+#include "platform/LinuxDesktopServices.h"
+#include "platform/QtNetworkReachability.h"
+#include "platform/StatusItemSelector.h"
+#include "platform/SystemClock.h"
+#include "platform/XdgAutostart.h"
+#include "service/KeychainStore.h"
+#include "store/Preferences.h"
+#include "store/RoyaltiesStore.h"
+
+#include <QNetworkAccessManager>
+
+// Declared in the order they are made; each part only refers to parts made before it.
+struct InkwardenApplication::Parts {
+    AppInfo appInfo = AppInfo::compiledIn();
+    SystemClock clock;
+    QNetworkAccessManager network;
+    KeychainStore keyring;
+    Preferences preferences;
+    QtNetworkReachability reachability;
+    LinuxDesktopServices desktop;
+    XdgAutostart autostart;
+    RoyaltiesStore store{
+        StoreEnvironment{clock, keyring, preferences, reachability, desktop, autostart, network, appInfo}};
+    StatusItemSelector statusItem;
+    PopoverWindow popover{store};
+    AppDelegate delegate{store, statusItem, popover, preferences, clock, appInfo};
+};
+
+InkwardenApplication::InkwardenApplication()
+    : m_parts(std::make_unique<Parts>())
+{
+    QObject::connect(&m_parts->delegate, &AppDelegate::quitRequested, this, &InkwardenApplication::quitRequested);
+}
+
+InkwardenApplication::~InkwardenApplication() = default;
+
+void InkwardenApplication::start()
+{
+    m_parts->delegate.applicationDidFinishLaunching();
+}
+
+void InkwardenApplication::openURLs(const QStringList &urls)
+{
+    m_parts->delegate.openURLs(urls);
+}
+
+void InkwardenApplication::showPopover()
+{
+    m_parts->delegate.showPopover();
+}

@@ -1,0 +1,110 @@
+#include "PopoverWindow.h"
+
+#include "platform/PopoverPlacement.h"
+#include "store/RoyaltiesStore.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickView>
+#include <QScreen>
+
+namespace {
+
+bool onX11()
+{
+    return QGuiApplication::platformName() == u"xcb";
+}
+
+bool onWayland()
+{
+    return QGuiApplication::platformName().startsWith(u"wayland");
+}
+
+} // namespace
+
+PopoverWindow::PopoverWindow(RoyaltiesStore &store, QObject *parent)
+    : Popover(parent)
+    , m_store(store)
+{
+    // A popover that was never shown has not "just" closed.
+    m_sinceClosed.invalidate();
+    if (onWayland()) {
+        QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
+            if (state != Qt::ApplicationActive && isShown()) {
+                close();
+            }
+        });
+    }
+}
+
+PopoverWindow::~PopoverWindow() = default;
+
+void PopoverWindow::createView()
+{
+    m_view = std::make_unique<QQuickView>();
+    m_view->setFlags(Qt::FramelessWindowHint | (onX11() ? Qt::Popup : Qt::Tool));
+    m_view->setTitle(QStringLiteral("Inkwarden"));
+    m_view->setResizeMode(QQuickView::SizeRootObjectToView);
+    m_view->setMinimumSize(QSize(width, height));
+    m_view->setMaximumSize(QSize(width, height));
+    m_view->resize(width, height);
+    m_view->engine()->addImportPath(QStringLiteral("qrc:/qt/qml"));
+    QObject::connect(m_view->engine(), &QQmlEngine::quit, this, &Popover::quitRequested);
+    QObject::connect(m_view.get(), &QWindow::visibleChanged, this, [this](bool visible) {
+        if (!visible) {
+            m_sinceClosed.start();
+        }
+    });
+    m_view->setInitialProperties({{QStringLiteral("store"), QVariant::fromValue(&m_store)}});
+    m_view->setSource(QUrl(QStringLiteral("qrc:/qt/qml/Inkwarden/Ui/MenuContentView.qml")));
+    if (QQuickItem *root = m_view->rootObject()) {
+        QObject::connect(root, SIGNAL(closeRequested()), this, SLOT(close()));
+    }
+}
+
+bool PopoverWindow::isShown() const
+{
+    return m_view && m_view->isVisible();
+}
+
+void PopoverWindow::show(std::optional<QPoint> anchor)
+{
+    if (!m_view) {
+        createView();
+    }
+    if (!onWayland()) {
+        placeNear(anchor);
+    }
+    m_view->show();
+    m_view->raise();
+    m_view->requestActivate();
+}
+
+void PopoverWindow::close()
+{
+    if (m_view) {
+        m_view->hide();
+    }
+}
+
+bool PopoverWindow::closedJustNow() const
+{
+    return m_sinceClosed.isValid() && m_sinceClosed.elapsed() < reopenGuardMilliseconds;
+}
+
+void PopoverWindow::placeNear(std::optional<QPoint> anchor)
+{
+    const QPoint point = anchor.value_or(QCursor::pos());
+    QScreen *screen = QGuiApplication::screenAt(point);
+    if (!screen) {
+        screen = QGuiApplication::primaryScreen();
+    }
+    if (!screen) {
+        return;
+    }
+    m_view->setScreen(screen);
+    m_view->setPosition(
+        PopoverPlacement::topLeft(screen->geometry(), screen->availableGeometry(), point, QSize(width, height)));
+}

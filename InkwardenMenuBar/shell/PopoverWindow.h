@@ -1,0 +1,44 @@
+#pragma once
+
+#include "Popover.h"
+
+#include <QElapsedTimer>
+
+#include <memory>
+
+class QQuickView;
+class RoyaltiesStore;
+
+// The popover as a frameless Qt Quick window of 360 by 560. On X11 it is placed against the panel
+// and closes on a click elsewhere; on Wayland the compositor places it and it closes when Inkwarden
+// loses the focus. The QML engine is made on the first opening, so an Inkwarden that nobody has
+// opened stays small.
+class PopoverWindow final : public Popover
+{
+    Q_OBJECT
+
+public:
+    static constexpr int width = 360;
+    static constexpr int height = 560;
+    // A click on the item this soon after a close is the click that closed it.
+    static constexpr int reopenGuardMilliseconds = 300;
+
+    explicit PopoverWindow(RoyaltiesStore &store, QObject *parent = nullptr);
+    ~PopoverWindow() override;
+
+    bool isShown() const override;
+    void show(std::optional<QPoint> anchor) override;
+    void close() override;
+    bool closedJustNow() const override;
+
+    // Null until the popover has been opened once.
+    QQuickView *view() const { return m_view.get(); }
+
+private:
+    void createView();
+    void placeNear(std::optional<QPoint> anchor);
+
+    RoyaltiesStore &m_store;
+    std::unique_ptr<QQuickView> m_view;
+    QElapsedTimer m_sinceClosed;
+};

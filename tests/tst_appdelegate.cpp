@@ -1,0 +1,276 @@
+#include "platform/MenuBarTitle.h"
+#include "platform/StatusItem.h"
+#include "shell/AppDelegate.h"
+#include "shell/Popover.h"
+#include "store/SettingsKeys.h"
+#include "support/StoreFixture.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+// The panel item as the delegate drives it: the last title and tool tip it was given.
+class RecordingStatusItem final : public StatusItem
+{
+public:
+    void setTitle(const MenuBarTitle &title) override { titles.append(title); }
+    void setToolTip(const QString &title, const QString &body) override { toolTip = {title, body}; }
+    void click(QPoint point = {}) { Q_EMIT activated(point); }
+    void choose(StatusMenuEntry entry) { triggerMenuEntry(entry); }
+
+    QList<MenuBarTitle> titles;
+    std::pair<QString, QString> toolTip;
+};
+
+class RecordingPopover final : public Popover
+{
+public:
+    bool isShown() const override { return shown; }
+    void show(std::optional<QPoint> anchor) override
+    {
+        shown = true;
+        anchors.append(anchor);
+    }
+    void close() override
+    {
+        shown = false;
+        ++closes;
+    }
+    bool closedJustNow() const override { return justClosed; }
+
+    bool shown = false;
+    bool justClosed = false;
+    int closes = 0;
+    QList<std::optional<QPoint>> anchors;
+};
+
+} // namespace
+
+class TestAppDelegate : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { m_fixture = std::make_unique<StoreFixture>(); }
+    void cleanup()
+    {
+        m_delegate.reset();
+        m_fixture.reset();
+    }
+
+    void firstLaunchOpensThePopoverAfterAMoment();
+    void secondLaunchOfTheSameVersionDoesNotOpenIt();
+    void newVersionOpensItAgain();
+    void missingVersionNeverOpensIt();
+    void startSequenceShowsTitleAndStartsTheStore();
+    void titleBeforeAnyRefreshIsThePlaceholder();
+    void failureWithoutEarlierSuccessShowsTheFailedTitle();
+    void lastGoodFigureStaysAfterAFailure();
+    void callbackUrlIsHandedToTheStoreAndOpensThePopover();
+    void onlyTheFirstOfSeveralUrlsIsProcessed();
+    void noUrlsDoNothing();
+    void clickOpensAndClickAgainCloses();
+    void clickThatClosedThePopoverDoesNotReopenIt();
+    void openingCatchesUpAMissedRefreshAndPromptsForUpdate();
+    void menuEntriesDoWhatTheySay();
+
+private:
+    AppDelegate &makeDelegate(bool connected = true);
+
+    std::unique_ptr<StoreFixture> m_fixture;
+    RecordingStatusItem m_item;
+    RecordingPopover m_popover;
+    std::unique_ptr<AppDelegate> m_delegate;
+};
+
+AppDelegate &TestAppDelegate::makeDelegate(bool connected)
+{
+    m_item.titles.clear();
+    m_popover.shown = false;
+    m_popover.anchors.clear();
+    RoyaltiesStore &store = connected ? m_fixture->makeConnectedStore() : m_fixture->makeStore();
+    m_delegate = std::make_unique<AppDelegate>(store, m_item, m_popover, m_fixture->preferences(), m_fixture->clock,
+                                               m_fixture->appInfo);
+    return *m_delegate;
+}
+
+void TestAppDelegate::firstLaunchOpensThePopoverAfterAMoment()
+{
+    makeDelegate().applicationDidFinishLaunching();
+    QCOMPARE(m_fixture->preferences().string(SettingsKeys::lastPresentedAppVersion),
+             std::optional<QString>(QStringLiteral("1.4.0")));
+    m_fixture->clock.advance(349ms);
+    QVERIFY(!m_popover.shown);
+    m_fixture->clock.advance(1ms);
+    QVERIFY(m_popover.shown);
+}
+
+void TestAppDelegate::secondLaunchOfTheSameVersionDoesNotOpenIt()
+{
+    makeDelegate().applicationDidFinishLaunching();
+    m_fixture->clock.advance(1s);
+    m_fixture->waitUntilIdle();
+    makeDelegate().applicationDidFinishLaunching();
+    m_fixture->clock.advance(1s);
+    QVERIFY(!m_popover.shown);
+}
+
+void TestAppDelegate::newVersionOpensItAgain()
+{
+    m_fixture->preferences().setString(SettingsKeys::lastPresentedAppVersion, QStringLiteral("1.5.0"));
+    makeDelegate().applicationDidFinishLaunching();
+    m_fixture->clock.advance(350ms);
+    QVERIFY(m_popover.shown);
+}
+
+void TestAppDelegate::missingVersionNeverOpensIt()
+{
+    m_fixture->appInfo.version.reset();
+    makeDelegate().applicationDidFinishLaunching();
+    m_fixture->clock.advance(1s);
+    QVERIFY(!m_popover.shown);
+    QVERIFY(!m_fixture->preferences().contains(SettingsKeys::lastPresentedAppVersion));
+}
+
+void TestAppDelegate::startSequenceShowsTitleAndStartsTheStore()
+{
+    makeDelegate().applicationDidFinishLaunching();
+    QVERIFY(!m_item.titles.isEmpty());
+    QCOMPARE(m_item.titles.first().title, QStringLiteral(u"\u25C9 \u2014"));
+    QCOMPARE(m_item.toolTip.first, QStringLiteral("Inkwarden Royalties"));
+    QVERIFY(m_fixture->store().isLoading());
+    QCOMPARE(m_fixture->reachability.starts, 1);
+}
+
+void TestAppDelegate::titleBeforeAnyRefreshIsThePlaceholder()
+{
+    makeDelegate(false).applicationDidFinishLaunching();
+    const QList<MenuBarTitleRun> runs = m_item.titles.last().runs();
+    QCOMPARE(runs.size(), 1);
+    QCOMPARE(runs.first().text, QStringLiteral(u"\u25C9 \u2014"));
+    QCOMPARE(runs.first().pointSize, 12.0);
+    QCOMPARE(runs.first().weight, QFont::Medium);
+}
+
+void TestAppDelegate::failureWithoutEarlierSuccessShowsTheFailedTitle()
+{
+    Fault fault;
+    fault.status = 500;
+    m_fixture->server->faults().set(Route::Stats, fault);
+    makeDelegate().applicationDidFinishLaunching();
+    QVERIFY(m_fixture->waitUntilIdle());
+    QCOMPARE(m_item.titles.last().text(), QStringLiteral(u"\u25C9 !"));
+    QVERIFY(!m_item.titles.last().isStyled());
+}
+
+void TestAppDelegate::lastGoodFigureStaysAfterAFailure()
+{
+    makeDelegate().applicationDidFinishLaunching();
+    QVERIFY(m_fixture->waitUntilIdle());
+    m_fixture->clock.advance(3s);
+    QVERIFY(m_fixture->waitUntilIdle());
+    const MenuBarTitle good = m_item.titles.last();
+    QVERIFY(good.isStyled());
+    QCOMPARE(good.runs().size(), 3);
+    QCOMPARE(good.runs().at(0).text, QStringLiteral(u"\u00B7 "));
+
+    Fault fault;
+    fault.status = 502;
+    m_fixture->server->faults().set(Route::Stats, fault);
+    m_fixture->clock.advance(5s);
+    m_fixture->store().refresh();
+    QVERIFY(m_fixture->waitUntilIdle());
+    QCOMPARE(m_fixture->store().menuBarTitle(), QStringLiteral(u"\u25C9 !"));
+    QCOMPARE(m_item.titles.last().text(), good.text());
+}
+
+void TestAppDelegate::callbackUrlIsHandedToTheStoreAndOpensThePopover()
+{
+    m_fixture->preferences().setString(SettingsKeys::lastPresentedAppVersion, QStringLiteral("1.4.0"));
+    AppDelegate &delegate = makeDelegate(false);
+    delegate.openURLs({QStringLiteral("inkwarden://authenticated?code=1")});
+    QCOMPARE(m_fixture->store().errorMessage(),
+             std::optional<QString>(QStringLiteral("Inkwarden received an invalid sign-in response.")));
+    QVERIFY(m_popover.shown);
+}
+
+void TestAppDelegate::onlyTheFirstOfSeveralUrlsIsProcessed()
+{
+    AppDelegate &delegate = makeDelegate(false);
+    delegate.openURLs(
+        {QStringLiteral("inkwarden://authenticated?code=1&state=S"), QStringLiteral("inkwarden://elsewhere")});
+    // The first is a well-formed callback with no sign-in pending; the second, malformed, is never read.
+    QCOMPARE(m_fixture->store().errorMessage(),
+             std::optional<QString>(
+                 QStringLiteral("This sign-in response does not match the current request. Please try again.")));
+}
+
+void TestAppDelegate::noUrlsDoNothing()
+{
+    makeDelegate(false).openURLs({});
+    QVERIFY(!m_popover.shown);
+    QVERIFY(!m_fixture->store().errorMessage().has_value());
+}
+
+void TestAppDelegate::clickOpensAndClickAgainCloses()
+{
+    makeDelegate();
+    m_item.click(QPoint(1500, 12));
+    QVERIFY(m_popover.shown);
+    QCOMPARE(m_popover.anchors.last(), std::optional<QPoint>(QPoint(1500, 12)));
+    m_item.click(QPoint(1500, 12));
+    QVERIFY(!m_popover.shown);
+    m_item.click();
+    QCOMPARE(m_popover.anchors.last(), std::optional<QPoint>());
+}
+
+void TestAppDelegate::clickThatClosedThePopoverDoesNotReopenIt()
+{
+    makeDelegate();
+    m_popover.justClosed = true;
+    m_item.click(QPoint(10, 10));
+    QVERIFY(!m_popover.shown);
+    m_popover.justClosed = false;
+    m_item.click(QPoint(10, 10));
+    QVERIFY(m_popover.shown);
+}
+
+void TestAppDelegate::openingCatchesUpAMissedRefreshAndPromptsForUpdate()
+{
+    AppDelegate &delegate = makeDelegate();
+    RoyaltiesStore &store = m_fixture->store();
+    store.refresh();
+    QVERIFY(m_fixture->waitUntilIdle());
+    store.setLatestAppVersion(QStringLiteral("9.0"));
+    m_fixture->clock.jumpTo(store.nextRefreshAt()->addSecs(60));
+    m_fixture->server->clearRequests();
+    delegate.showPopover();
+    QVERIFY(store.isLoading());
+    QVERIFY(store.isShowingUpdatePrompt());
+    QVERIFY(m_fixture->waitUntilIdle());
+    QCOMPARE(m_fixture->statisticsRequests().size(), 1);
+}
+
+void TestAppDelegate::menuEntriesDoWhatTheySay()
+{
+    AppDelegate &delegate = makeDelegate();
+    QSignalSpy quit(&delegate, &AppDelegate::quitRequested);
+    m_item.choose(StatusMenuEntry::Open);
+    QVERIFY(m_popover.shown);
+    m_popover.shown = false;
+    m_item.choose(StatusMenuEntry::Settings);
+    QVERIFY(m_popover.shown);
+    QVERIFY(m_fixture->store().isShowingSettings());
+    m_item.choose(StatusMenuEntry::Refresh);
+    QVERIFY(m_fixture->store().isLoading() || m_fixture->store().refreshWhenAvailable());
+    m_item.choose(StatusMenuEntry::Quit);
+    QCOMPARE(quit.size(), 1);
+    Q_EMIT m_popover.quitRequested();
+    QCOMPARE(quit.size(), 2);
+}
+
+QTEST_MAIN(TestAppDelegate)
+#include "tst_appdelegate.moc"
