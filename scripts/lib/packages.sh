@@ -12,6 +12,12 @@ INKWARDEN_BUILD_PACKAGES=(
     qml6-module-qtquick-window fonts-material-design-icons-iconfont fonts-roboto-unhinted
 )
 
+# What running Inkwarden on a desktop needs besides what it is built from: the keyring, the
+# scheme-handler tools and an opener for the installer.
+INKWARDEN_RUN_PACKAGES=(
+    gnome-keyring xdg-utils desktop-file-utils libglib2.0-bin curl
+)
+
 INKWARDEN_TEST_PACKAGES=(
     gnome-keyring
     dbus-daemon dbus-bin python3-dbusmock
