@@ -45,8 +45,7 @@ bool SoakNetwork::markArrived(qint64 tag)
     return false;
 }
 
-QNetworkReply *SoakNetwork::createRequest(Operation operation, const QNetworkRequest &request,
-                                          QIODevice *outgoingData)
+QNetworkReply *SoakNetwork::createRequest(Operation operation, const QNetworkRequest &request, QIODevice *outgoingData)
 {
     const qint64 tag = m_nextTag++;
     const std::optional<Route> route = routeOfPath(request.url().path());
@@ -79,7 +78,10 @@ QNetworkReply *SoakNetwork::createRequest(Operation operation, const QNetworkReq
         }
         // Not on the server's books any more, whether or not it ever got there (an aborted request).
         m_awaitingArrival.remove(tag);
-        Finished finished{tag, route, online};
+        Finished finished;
+        finished.tag = tag;
+        finished.route = route;
+        finished.online = online;
         const QVariant status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute);
         finished.status = status.isValid() ? status.toInt() : 0;
         finished.hasRetryAfter = reply->hasRawHeader("Retry-After");

@@ -53,8 +53,7 @@ public:
     std::function<void(const Finished &)> onFinished;
 
 protected:
-    QNetworkReply *createRequest(Operation operation, const QNetworkRequest &request,
-                                 QIODevice *outgoingData) override;
+    QNetworkReply *createRequest(Operation operation, const QNetworkRequest &request, QIODevice *outgoingData) override;
 
 private:
     bool m_online = true;

@@ -6,9 +6,13 @@
 #include <QCursor>
 #include <QGuiApplication>
 #include <QQmlEngine>
+#include <QQmlExtensionPlugin>
 #include <QQuickItem>
 #include <QQuickView>
 #include <QScreen>
+
+// The views live in a static QML module linked into the app.
+Q_IMPORT_QML_PLUGIN(Inkwarden_UiPlugin)
 
 namespace {
 

@@ -128,8 +128,8 @@ class RoyaltiesStore : public QObject
     Q_PROPERTY(int displayedRoyaltyIndex READ displayedRoyaltyIndex NOTIFY displayedRoyaltyChanged)
     Q_PROPERTY(QVariantList refreshIntervalChoices READ refreshIntervalChoices CONSTANT)
     Q_PROPERTY(int refreshIntervalIndex READ refreshIntervalIndex NOTIFY refreshMinutesChanged)
-    Q_PROPERTY(QVariantList salesMetricSettingsRows READ salesMetricSettingsRows NOTIFY
-                   salesMetricSettingsPresentationChanged)
+    Q_PROPERTY(
+        QVariantList salesMetricSettingsRows READ salesMetricSettingsRows NOTIFY salesMetricSettingsPresentationChanged)
     Q_PROPERTY(QString startAutomaticallyHint READ startAutomaticallyHint NOTIFY launchAtLoginRequiresApprovalChanged)
     Q_PROPERTY(QString loginApprovalNotice READ loginApprovalNotice CONSTANT)
     Q_PROPERTY(QString openLoginItemsSettingsTitle READ openLoginItemsSettingsTitle CONSTANT)

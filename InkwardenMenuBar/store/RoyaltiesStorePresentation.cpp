@@ -38,10 +38,9 @@ bool RoyaltiesStore::wirePresentationSignals()
           &RoyaltiesStore::isCheckingForUpdatesChanged, &RoyaltiesStore::downloadedUpdateURLChanged}) {
         forward(signal, &RoyaltiesStore::updatePresentationChanged);
     }
-    for (const auto signal :
-         {&RoyaltiesStore::summaryChanged, &RoyaltiesStore::displayedRoyaltyChanged,
-          &RoyaltiesStore::salesMetricOrderChanged, &RoyaltiesStore::hiddenSalesMetricsChanged,
-          &RoyaltiesStore::errorMessageChanged, &RoyaltiesStore::isNetworkAvailableChanged}) {
+    for (const auto signal : {&RoyaltiesStore::summaryChanged, &RoyaltiesStore::displayedRoyaltyChanged,
+                              &RoyaltiesStore::salesMetricOrderChanged, &RoyaltiesStore::hiddenSalesMetricsChanged,
+                              &RoyaltiesStore::errorMessageChanged, &RoyaltiesStore::isNetworkAvailableChanged}) {
         forward(signal, &RoyaltiesStore::figuresPresentationChanged);
     }
     for (const auto signal : {&RoyaltiesStore::accountsChanged, &RoyaltiesStore::isLoadingAccountsChanged,
@@ -253,8 +252,9 @@ QVariantList RoyaltiesStore::accountChoices() const
 
 int RoyaltiesStore::selectedAccountIndex() const
 {
-    const auto found = std::find_if(m_accounts.cbegin(), m_accounts.cend(),
-                                    [this](const PublisherAccount &account) { return account.accountID == m_accountID; });
+    const auto found = std::find_if(m_accounts.cbegin(), m_accounts.cend(), [this](const PublisherAccount &account) {
+        return account.accountID == m_accountID;
+    });
     return found == m_accounts.cend() ? -1 : int(std::distance(m_accounts.cbegin(), found));
 }
 

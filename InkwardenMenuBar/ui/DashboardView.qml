@@ -1,4 +1,5 @@
 import QtQuick
+import Inkwarden.Ui
 import QtQuick.Controls.Fusion
 import QtQuick.Layouts
 
@@ -63,16 +64,22 @@ Item {
             objectName: "dashboardScroll"
             Layout.fillWidth: true
             Layout.fillHeight: true
+            // Its width comes from the popover, never from its content.
+            Layout.preferredWidth: 0
             contentWidth: availableWidth
             clip: true
 
             Item {
                 width: scroll.availableWidth
                 implicitHeight: column.implicitHeight + 36
+                height: implicitHeight
 
                 ColumnLayout {
                     id: column
-                    anchors.fill: parent
+                    // Takes its own height: a page that grows is scrolled, never squeezed.
+                    anchors.top: parent.top
+                    anchors.left: parent.left
+                    anchors.right: parent.right
                     anchors.margins: 18
                     spacing: 16
 
@@ -150,9 +157,8 @@ Item {
                         TextLine {
                             objectName: "salesBreakdownHeading"
                             text: "SALES BREAKDOWN"
-                            font: Typography.make(Typography.caption2Size, Font.DemiBold)
+                            font: Typography.sectionHeading
                             color: Theme.secondaryText
-                            Component.onCompleted: font.letterSpacing = 0.8
                         }
                         Rectangle {
                             objectName: "salesBreakdownCard"
@@ -213,10 +219,14 @@ Item {
             Layout.rightMargin: 18
             Layout.topMargin: 12
             Layout.bottomMargin: 12
-            spacing: 8
+            Layout.preferredWidth: 0
+            spacing: 6
 
             SymbolButton {
                 objectName: "refreshButton"
+                labelFont: Typography.callout
+                leftPadding: 8
+                rightPadding: 8
                 text: "Refresh"
                 symbol: "arrow.clockwise"
                 enabled: view.store.canRequestSummary
@@ -224,6 +234,9 @@ Item {
             }
             SymbolButton {
                 objectName: "openDashboardButton"
+                labelFont: Typography.callout
+                leftPadding: 8
+                rightPadding: 8
                 text: "Open My Dashboard"
                 symbol: "arrow.up.forward.square"
                 onClicked: view.store.openDashboard()
@@ -231,6 +244,9 @@ Item {
             Item { Layout.fillWidth: true }
             SymbolButton {
                 objectName: "quitButton"
+                labelFont: Typography.callout
+                leftPadding: 8
+                rightPadding: 8
                 text: "Quit"
                 flat: true
                 foreground: Theme.secondaryText

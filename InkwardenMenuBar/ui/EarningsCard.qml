@@ -1,4 +1,5 @@
 import QtQuick
+import Inkwarden.Ui
 import QtQuick.Controls.Fusion
 import QtQuick.Layouts
 
@@ -21,12 +22,10 @@ Rectangle {
         store: card.store
     }
 
-    BusyIndicator {
+    Spinner {
         objectName: "loadingIndicator"
         visible: card.store.isLoading
-        running: visible
-        width: 16
-        height: 16
+        size: 14
         anchors.top: parent.top
         anchors.right: parent.right
         anchors.margins: 12

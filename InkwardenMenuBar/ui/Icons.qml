@@ -29,7 +29,8 @@ QtObject {
         "chevron.left": "\ue5cb",                       // chevron_left
         "chevron.right": "\ue5cc",                      // chevron_right
         "chevron.up": "\ue5ce",                         // expand_less
-        "chevron.down": "\ue5cf"                        // expand_more
+        "chevron.down": "\ue5cf",                       // expand_more
+        "progress.spinner": "\ue863"                    // autorenew, turned by Spinner
     })
 
     function glyph(name) {

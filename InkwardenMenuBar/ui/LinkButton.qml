@@ -19,6 +19,12 @@ AbstractButton {
         font: control.labelFont
         color: control.linkColor
         opacity: control.enabled ? (control.down ? 0.7 : 1) : 0.45
-        font.underline: control.hovered || control.visualFocus
+    }
+    background: Rectangle {
+        visible: control.visualFocus
+        color: "transparent"
+        radius: 3
+        border.width: 1
+        border.color: control.linkColor
     }
 }

@@ -2,7 +2,7 @@
 
 #include "store/RoyaltiesStore.h"
 
-#include <QtQml/qqmlregistration.h>
+#include <QtQml/qqml.h>
 
 // Makes the store a QML type, so the views can declare `required property RoyaltiesStore store`.
 // The views never create one: the app, the tests and the screenshot tool hand theirs in.

@@ -3,7 +3,7 @@
 #include <QObject>
 #include <QPointer>
 #include <QString>
-#include <QtQml/qqmlregistration.h>
+#include <QtQml/qqml.h>
 
 #include <memory>
 

@@ -21,8 +21,10 @@ Button {
     flat: iconOnly
     implicitHeight: large ? 34 : (iconOnly ? 26 : 28)
     implicitWidth: iconOnly ? 26 : Math.max(implicitContentWidth + leftPadding + rightPadding, 40)
-    leftPadding: iconOnly ? 2 : 12
-    rightPadding: iconOnly ? 2 : 12
+    leftPadding: iconOnly ? 2 : 10
+    rightPadding: iconOnly ? 2 : 10
+    // In a crowded row the label elides rather than pushing the row wider than the popover.
+    Layout.minimumWidth: iconOnly ? implicitWidth : 40
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
 
@@ -36,12 +38,10 @@ Button {
         spacing: 6
         opacity: control.enabled ? 1 : 0.45
         Item { Layout.fillWidth: !control.iconOnly }
-        BusyIndicator {
+        Spinner {
             objectName: control.objectName + "Spinner"
             visible: control.busy
-            running: control.busy
-            Layout.preferredWidth: 14
-            Layout.preferredHeight: 14
+            color: control.foreground
             Accessible.ignored: true
         }
         SymbolIcon {
@@ -53,6 +53,9 @@ Button {
         }
         Label {
             visible: !control.iconOnly
+            Layout.fillWidth: control.Layout.fillWidth
+            Layout.minimumWidth: 0
+            horizontalAlignment: Text.AlignHCenter
             text: control.text
             textFormat: Text.PlainText
             font: control.labelFont

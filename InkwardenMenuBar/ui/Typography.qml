@@ -37,4 +37,7 @@ QtObject {
     readonly property font caption: make(captionSize)
     readonly property font caption2: make(caption2Size)
     readonly property font amount: make(amountSize, Font.Bold, figureFamily)
+    // Small capitals-style headings such as "SALES BREAKDOWN": caption2, semibold, tracked 0.8.
+    readonly property font sectionHeading: Qt.font({ "family": textFamily, "pixelSize": caption2Size,
+                                                     "weight": Font.DemiBold, "letterSpacing": 0.8 })
 }

@@ -1,4 +1,5 @@
 import QtQuick
+import Inkwarden.Ui
 import QtQuick.Layouts
 
 // The dashboard's note that a newer Inkwarden exists, with the button that downloads it or opens

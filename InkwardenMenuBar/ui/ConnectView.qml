@@ -1,0 +1,203 @@
+import QtQuick
+import Inkwarden.Ui
+import QtQuick.Controls.Fusion
+import QtQuick.Layouts
+
+// The screen shown while no account is connected: browser sign-in first, and a folded form for
+// a server address and an API key typed by hand.
+Item {
+    id: view
+    required property RoyaltiesStore store
+    // The view's one state of its own: every new connect view starts folded.
+    property bool showsManualConnection: false
+
+    Flickable {
+        id: scroll
+        objectName: "connectScroll"
+        anchors.fill: parent
+        contentWidth: width
+        // Centred in the popover when it fits, scrolling when the manual form makes it taller.
+        contentHeight: Math.max(height, column.implicitHeight + 48)
+        boundsBehavior: Flickable.StopAtBounds
+        clip: true
+        ScrollBar.vertical: ScrollBar { }
+
+        Item {
+            width: scroll.width
+            height: scroll.contentHeight
+
+            ColumnLayout {
+                id: column
+                anchors.fill: parent
+                anchors.margins: 24
+                spacing: 20
+
+                Item { Layout.fillHeight: true; Layout.minimumHeight: 10 }
+
+                BrandLogoView {
+                    objectName: "connectLogo"
+                    size: 72
+                    cornerRadius: 18
+                    Layout.alignment: Qt.AlignHCenter
+                }
+
+                ColumnLayout {
+                    spacing: 6
+                    Layout.fillWidth: true
+                    TextLine {
+                        objectName: "connectTitle"
+                        text: "Inkwarden"
+                        font: Typography.make(Typography.title2Size, Font.Bold)
+                        Layout.alignment: Qt.AlignHCenter
+                    }
+                    TextLine {
+                        objectName: "connectSubtitle"
+                        text: "See your latest royalties from the menu bar."
+                        font: Typography.subheadline
+                        color: Theme.secondaryText
+                        wrapMode: Text.Wrap
+                        horizontalAlignment: Text.AlignHCenter
+                        Layout.fillWidth: true
+                    }
+                }
+
+                SymbolButton {
+                    objectName: "signInButton"
+                    text: view.store.signInButtonTitle
+                    symbol: "person.crop.circle.badge.checkmark"
+                    busy: view.store.isAuthenticating
+                    prominent: true
+                    large: true
+                    enabled: !view.store.isLoading
+                    Layout.fillWidth: true
+                    onClicked: view.store.beginBrowserAuthentication()
+                }
+
+                ColumnLayout {
+                    spacing: 0
+                    Layout.fillWidth: true
+
+                    AbstractButton {
+                        id: disclosure
+                        objectName: "manualConnectionToggle"
+                        text: "Connect manually"
+                        checkable: true
+                        checked: view.showsManualConnection
+                        focusPolicy: Qt.StrongFocus
+                        Layout.fillWidth: true
+                        Accessible.role: Accessible.Button
+                        Accessible.name: text
+                        Accessible.checkable: true
+                        Accessible.checked: checked
+                        onToggled: view.showsManualConnection = checked
+                        background: Rectangle {
+                            visible: disclosure.visualFocus
+                            color: "transparent"
+                            radius: 4
+                            border.width: 2
+                            border.color: Theme.accent
+                        }
+                        contentItem: RowLayout {
+                            spacing: 4
+                            SymbolIcon {
+                                symbol: "chevron.right"
+                                size: 16
+                                color: Theme.secondaryText
+                                rotation: disclosure.checked ? 90 : 0
+                                Behavior on rotation { NumberAnimation { duration: 150 } }
+                            }
+                            Label {
+                                text: disclosure.text
+                                textFormat: Text.PlainText
+                                font: Typography.body
+                                color: Theme.text
+                            }
+                            Item { Layout.fillWidth: true }
+                        }
+                    }
+
+                    ColumnLayout {
+                        objectName: "manualConnection"
+                        visible: view.showsManualConnection
+                        spacing: 13
+                        Layout.fillWidth: true
+                        Layout.topMargin: 12
+
+                        LabeledField {
+                            objectName: "serverField"
+                            title: "Server"
+                            hint: view.store.builtInServerURLText
+                            TextField {
+                                objectName: "serverURLInput"
+                                placeholderText: "Server URL"
+                                text: view.store.serverURL
+                                selectByMouse: true
+                                Layout.fillWidth: true
+                                Accessible.name: "Server URL"
+                                onTextEdited: view.store.serverURL = text
+                            }
+                        }
+                        LabeledField {
+                            objectName: "apiKeyField"
+                            title: "API key"
+                            hint: view.store.apiKeyHint
+                            TextField {
+                                objectName: "apiKeyInput"
+                                placeholderText: "Inkwarden API key"
+                                echoMode: TextInput.Password
+                                text: view.store.apiKey
+                                selectByMouse: true
+                                Layout.fillWidth: true
+                                Accessible.name: "API key"
+                                onTextEdited: view.store.apiKey = text
+                            }
+                        }
+                        SymbolButton {
+                            objectName: "connectButton"
+                            text: view.store.connectButtonTitle
+                            busy: view.store.isLoading
+                            large: true
+                            enabled: !view.store.isLoading
+                            Layout.fillWidth: true
+                            onClicked: view.store.connect()
+                        }
+                    }
+                }
+
+                ErrorBanner {
+                    objectName: "errorBanner"
+                    visible: view.store.errorMessage !== undefined
+                    message: view.store.errorMessage ?? ""
+                }
+
+                TextLine {
+                    objectName: "browserSignInNote"
+                    text: "Browser sign-in fills the API key automatically. Manual entry remains available whenever you need it."
+                    font: Typography.caption2
+                    color: Theme.tertiaryText
+                    wrapMode: Text.Wrap
+                    horizontalAlignment: Text.AlignHCenter
+                    Layout.fillWidth: true
+                }
+                TextLine {
+                    objectName: "versionLine"
+                    text: view.store.versionLine
+                    font: Typography.caption2
+                    color: Theme.tertiaryText
+                    Layout.alignment: Qt.AlignHCenter
+                }
+
+                Item { Layout.fillHeight: true; Layout.minimumHeight: 4 }
+
+                SymbolButton {
+                    objectName: "quitButton"
+                    text: "Quit"
+                    flat: true
+                    foreground: Theme.secondaryText
+                    Layout.alignment: Qt.AlignHCenter
+                    onClicked: Qt.quit()
+                }
+            }
+        }
+    }
+}

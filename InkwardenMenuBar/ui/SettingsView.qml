@@ -1,0 +1,349 @@
+import QtQuick
+import Inkwarden.Ui
+import QtQuick.Controls.Fusion
+import QtQuick.Layouts
+
+// The settings page: connection, display preferences, sales formats, open at login, updates,
+// saving, signing out and quitting. Fields write into the store as the user types; nothing reaches
+// the server or the keyring before "Save settings".
+Item {
+    id: view
+    required property RoyaltiesStore store
+
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: 0
+
+        Rectangle {
+            objectName: "settingsHeader"
+            Layout.fillWidth: true
+            implicitHeight: header.implicitHeight + 32
+            color: Theme.withOpacity(Theme.controlBackground, 0.55)
+
+            RowLayout {
+                id: header
+                anchors.fill: parent
+                anchors.margins: 16
+                spacing: 6
+                SymbolButton {
+                    objectName: "backButton"
+                    symbol: "chevron.left"
+                    symbolSize: 20
+                    toolTip: "Back"
+                    onClicked: view.store.isShowingSettings = false
+                }
+                TextLine {
+                    objectName: "settingsTitle"
+                    text: "Settings"
+                    font: Typography.headline
+                }
+                Item { Layout.fillWidth: true }
+            }
+        }
+
+        ScrollView {
+            id: scroll
+            objectName: "settingsScroll"
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            // Its width comes from the popover, never from its content.
+            Layout.preferredWidth: 0
+            contentWidth: availableWidth
+            clip: true
+
+            Item {
+                width: scroll.availableWidth
+                implicitHeight: column.implicitHeight + 40
+                height: implicitHeight
+
+                ColumnLayout {
+                    id: column
+                    // Takes its own height: a page that grows is scrolled, never squeezed.
+                    anchors.top: parent.top
+                    anchors.left: parent.left
+                    anchors.right: parent.right
+                    anchors.margins: 20
+                    spacing: 16
+
+                    LabeledField {
+                        objectName: "serverField"
+                        title: "Server URL"
+                        hint: "Change this to https://\u2026 for production"
+                        TextField {
+                            objectName: "serverURLInput"
+                            placeholderText: "Server URL"
+                            text: view.store.serverURL
+                            selectByMouse: true
+                            Layout.fillWidth: true
+                            Accessible.name: "Server URL"
+                            onTextEdited: view.store.serverURL = text
+                        }
+                    }
+
+                    LabeledField {
+                        objectName: "apiKeyField"
+                        title: "API key"
+                        hint: view.store.apiKeyHint
+                        TextField {
+                            objectName: "apiKeyInput"
+                            placeholderText: "API key"
+                            echoMode: TextInput.Password
+                            text: view.store.apiKey
+                            selectByMouse: true
+                            Layout.fillWidth: true
+                            Accessible.name: "API key"
+                            onTextEdited: view.store.apiKey = text
+                        }
+                    }
+
+                    LabeledField {
+                        objectName: "accountField"
+                        title: "Account"
+                        hint: view.store.accountHint
+
+                        RowLayout {
+                            objectName: "accountLoading"
+                            visible: view.store.accountRowForm === "loading"
+                            spacing: 8
+                            Spinner { size: 13 }
+                            TextLine {
+                                text: "Loading account\u2026"
+                                font: Typography.callout
+                                color: Theme.secondaryText
+                            }
+                        }
+                        ComboBox {
+                            objectName: "accountPicker"
+                            visible: view.store.accountRowForm === "picker"
+                            model: view.store.accountChoices
+                            textRole: "text"
+                            valueRole: "accountID"
+                            currentIndex: view.store.selectedAccountIndex
+                            font: Typography.body
+                            Layout.fillWidth: true
+                            Accessible.name: "Account"
+                            onActivated: view.store.accountID = currentValue
+                        }
+                        TextLine {
+                            objectName: "singleAccountName"
+                            visible: view.store.accountRowForm === "single"
+                            text: view.store.singleAccountName
+                            font: Typography.callout
+                            color: Theme.secondaryText
+                        }
+                        SymbolButton {
+                            objectName: "reloadAccountsButton"
+                            visible: view.store.accountRowForm === "none"
+                            text: "Reload accounts"
+                            onClicked: view.store.loadAccounts()
+                        }
+                    }
+
+                    LabeledField {
+                        objectName: "displayedRoyaltyField"
+                        title: "Show in menu bar"
+                        hint: "This also controls the large highlighted amount"
+                        SegmentedPicker {
+                            objectName: "displayedRoyaltyPicker"
+                            accessibleName: "Displayed royalty"
+                            model: view.store.displayedRoyaltyTitles
+                            current: view.store.displayedRoyalty
+                            onActivated: value => view.store.displayedRoyalty = value
+                        }
+                    }
+
+                    LabeledField {
+                        objectName: "refreshField"
+                        title: "Refresh automatically"
+                        hint: "Inkwarden allows no more than one request every 3 seconds"
+                        ComboBox {
+                            objectName: "refreshIntervalPicker"
+                            model: view.store.refreshIntervalChoices
+                            textRole: "text"
+                            valueRole: "minutes"
+                            currentIndex: view.store.refreshIntervalIndex
+                            font: Typography.body
+                            Layout.fillWidth: true
+                            Accessible.name: "Refresh interval"
+                            onActivated: view.store.refreshMinutes = currentValue
+                        }
+                    }
+
+                    LabeledField {
+                        objectName: "salesBreakdownField"
+                        title: "Sales breakdown"
+                        hint: "Choose which formats appear and arrange them in your preferred order"
+                        SalesMetricList {
+                            objectName: "salesMetricList"
+                            store: view.store
+                        }
+                    }
+
+                    LabeledField {
+                        objectName: "startAutomaticallyField"
+                        title: "Start automatically"
+                        hint: view.store.startAutomaticallyHint
+
+                        Switch {
+                            objectName: "openAtLoginSwitch"
+                            text: "Open Inkwarden at login"
+                            checked: view.store.opensAtLogin
+                            font: Typography.body
+                            padding: 0
+                            Accessible.name: text
+                            onToggled: {
+                                view.store.setOpensAtLogin(checked)
+                                // Always show the state the system reports, not the click.
+                                checked = Qt.binding(() => view.store.opensAtLogin)
+                            }
+                        }
+                        Rectangle {
+                            objectName: "approvalNotice"
+                            visible: view.store.launchAtLoginRequiresApproval
+                            Layout.fillWidth: true
+                            Layout.topMargin: 3
+                            Layout.minimumHeight: notice.implicitHeight + 20
+                            Layout.preferredHeight: notice.implicitHeight + 20
+                            implicitHeight: notice.implicitHeight + 20
+                            radius: 9
+                            color: Theme.withOpacity(Theme.color("orange"), 0.1)
+
+                            Column {
+                                id: notice
+                                x: 10
+                                y: 10
+                                // The popover is at least 360 wide: the text wraps at its final width from the
+                                // start, and the page lays out once (a later change of its height would be missed).
+                                width: Math.max(view.width, 360) - 60
+                                spacing: 8
+                                Row {
+                                    spacing: 5
+                                    SymbolIcon {
+                                        symbol: "exclamationmark.triangle.fill"
+                                        color: Theme.color("orange")
+                                        size: 13
+                                    }
+                                    TextLine {
+                                        objectName: "approvalTitle"
+                                        text: "Approval required"
+                                        font: Typography.make(Typography.captionSize, Font.DemiBold)
+                                        color: Theme.color("orange")
+                                    }
+                                }
+                                TextLine {
+                                    objectName: "approvalText"
+                                    width: parent.width
+                                    text: view.store.loginApprovalNotice
+                                    font: Typography.caption
+                                    wrapMode: Text.Wrap
+                                }
+                                SymbolButton {
+                                    objectName: "openLoginItemsSettingsButton"
+                                    text: view.store.openLoginItemsSettingsTitle
+                                    prominent: true
+                                    onClicked: view.store.openLoginItemsSettings()
+                                }
+                            }
+                        }
+                    }
+
+                    ErrorBanner {
+                        objectName: "errorBanner"
+                        visible: view.store.errorMessage !== undefined
+                        message: view.store.errorMessage ?? ""
+                    }
+
+                    LabeledField {
+                        objectName: "versionField"
+                        title: "Version"
+
+                        RowLayout {
+                            spacing: 8
+                            Layout.fillWidth: true
+                            ColumnLayout {
+                                spacing: 2
+                                Layout.fillWidth: true
+                                Layout.alignment: Qt.AlignVCenter
+                                TextLine {
+                                    objectName: "appVersionTitle"
+                                    text: view.store.appVersionTitle
+                                    font: Typography.make(Typography.calloutSize, Font.Medium)
+                                }
+                                TextLine {
+                                    objectName: "versionStatus"
+                                    visible: view.store.versionStatusText !== undefined
+                                    text: view.store.versionStatusText ?? ""
+                                    font: Typography.caption
+                                    color: Theme.color(view.store.versionStatusColor)
+                                }
+                            }
+                            ColumnLayout {
+                                spacing: 6
+                                Layout.alignment: Qt.AlignVCenter | Qt.AlignRight
+                                SymbolButton {
+                                    objectName: "checkForUpdatesButton"
+                                    text: view.store.checkForUpdatesTitle
+                                    enabled: view.store.canCheckForUpdates
+                                    labelFont: Typography.callout
+                                    Layout.alignment: Qt.AlignRight
+                                    onClicked: view.store.checkForUpdates()
+                                }
+                                SymbolButton {
+                                    objectName: "installUpdateButton"
+                                    visible: view.store.isUpdateAvailable
+                                    text: view.store.installUpdateTitle
+                                    enabled: view.store.canStartUpdateAction
+                                    labelFont: Typography.callout
+                                    Layout.alignment: Qt.AlignRight
+                                    onClicked: view.store.performUpdateAction()
+                                }
+                                LinkButton {
+                                    objectName: "revealUpdateButton"
+                                    visible: view.store.isUpdateAvailable && view.store.hasDownloadedUpdate
+                                    text: view.store.showInFilesTitle
+                                    Layout.alignment: Qt.AlignRight
+                                    onClicked: view.store.revealDownloadedUpdate()
+                                }
+                            }
+                        }
+                        TextLine {
+                            objectName: "updateStatusMessage"
+                            visible: view.store.updateStatusMessage !== undefined
+                            text: view.store.updateStatusMessage ?? ""
+                            font: Typography.caption
+                            wrapMode: Text.Wrap
+                            Layout.fillWidth: true
+                        }
+                    }
+
+                    SymbolButton {
+                        objectName: "saveSettingsButton"
+                        text: "Save settings"
+                        prominent: true
+                        busy: view.store.isLoading
+                        Layout.fillWidth: true
+                        onClicked: view.store.connect()
+                    }
+
+                    Separator { objectName: "signOutDivider" }
+
+                    SymbolButton {
+                        objectName: "signOutButton"
+                        text: "Sign out"
+                        Layout.fillWidth: true
+                        onClicked: view.store.signOut()
+                    }
+
+                    SymbolButton {
+                        objectName: "quitButton"
+                        text: "Quit Inkwarden"
+                        flat: true
+                        foreground: Theme.secondaryText
+                        Layout.fillWidth: true
+                        onClicked: Qt.quit()
+                    }
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,286 @@
+// Renders every screen of the popover offscreen, in a light and a dark desktop palette, to PNG
+// files, against stores set up in the states a person meets. Prints the path of each file.
+
+#include "ViewHarness.h"
+#include "support/StoreFixture.h"
+
+#include <QDir>
+#include <QGuiApplication>
+#include <QPalette>
+
+#include <cstdio>
+#include <functional>
+
+namespace {
+
+QPalette desktopPalette(bool dark)
+{
+    QPalette palette;
+    const QColor window = dark ? QColor(0x24, 0x24, 0x24) : QColor(0xf6, 0xf5, 0xf4);
+    const QColor base = dark ? QColor(0x36, 0x36, 0x36) : QColor(0xff, 0xff, 0xff);
+    const QColor text = dark ? QColor(0xff, 0xff, 0xff) : QColor(0x1f, 0x1f, 0x1f);
+    for (const auto role : {QPalette::Window, QPalette::Button}) {
+        palette.setColor(role, dark ? QColor(0x30, 0x30, 0x30) : QColor(0xf0, 0xef, 0xee));
+    }
+    palette.setColor(QPalette::Window, window);
+    palette.setColor(QPalette::Base, base);
+    palette.setColor(QPalette::AlternateBase, dark ? QColor(0x2e, 0x2e, 0x2e) : QColor(0xf6, 0xf5, 0xf4));
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+        palette.setColor(role, text);
+    }
+    palette.setColor(QPalette::PlaceholderText, dark ? QColor(0x9a, 0x9a, 0x9a) : QColor(0x8a, 0x8a, 0x8a));
+    palette.setColor(QPalette::Highlight, QColor(0x35, 0x84, 0xe4));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::ToolTipBase, base);
+    palette.setColor(QPalette::ToolTipText, text);
+    palette.setColor(QPalette::Mid, dark ? QColor(0x50, 0x50, 0x50) : QColor(0xc0, 0xbf, 0xbc));
+    palette.setColor(QPalette::Dark, dark ? QColor(0x18, 0x18, 0x18) : QColor(0xa0, 0xa0, 0xa0));
+    palette.setColor(QPalette::Light, dark ? QColor(0x48, 0x48, 0x48) : Qt::white);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+        palette.setColor(QPalette::Disabled, role, dark ? QColor(0x80, 0x80, 0x80) : QColor(0xa0, 0xa0, 0xa0));
+    }
+    return palette;
+}
+
+RoyaltySummary figures(const QString &currency = QStringLiteral("USD"))
+{
+    RoyaltySummary summary;
+    summary.currency = currency;
+    summary.gross = 1842.37;
+    summary.spending = 312.9;
+    summary.net = 1529.47;
+    summary.paidEbookUnits = 214;
+    summary.paidEbookRoyalties = 642.18;
+    summary.paperbackUnits = 87;
+    summary.paperbackRoyalties = 391.5;
+    summary.hardcoverUnits = 12;
+    summary.hardcoverRoyalties = 96.24;
+    summary.audiobookUnits = 31;
+    summary.audiobookRoyalties = 188.6;
+    summary.expandedDistributionUnits = 1;
+    summary.expandedDistributionRoyalties = 2.45;
+    summary.reads = 48210;
+    summary.readRoyalties = 521.4;
+    summary.preOrderUnits = 56;
+    summary.freeEbookDownloads = 1204;
+    return summary;
+}
+
+struct Screen {
+    QString name;
+    std::function<void(StoreFixture &)> arrange;
+    // Runs once the view is shown: opens a fold, scrolls to a part.
+    std::function<void(ViewHarness &)> present;
+};
+
+void showFigures(StoreFixture &fixture, RoyaltiesStore &store, const RoyaltySummary &summary)
+{
+    store.setSummary(summary);
+    store.setLastUpdated(fixture.clock.now().addSecs(-134));
+    store.setNextRefreshAt(fixture.clock.now().addSecs(1800 - 134));
+}
+
+void scrollTo(ViewHarness &view, const QString &name)
+{
+    if (QQuickItem *item = view.item(name)) {
+        view.ensureVisible(item);
+    }
+}
+
+QList<Screen> screens()
+{
+    const auto connected = [](StoreFixture &fixture) -> RoyaltiesStore & { return fixture.makeConnectedStore(); };
+    const auto settings = [connected](StoreFixture &fixture) -> RoyaltiesStore & {
+        RoyaltiesStore &store = connected(fixture);
+        store.setIsShowingSettings(true);
+        store.setAccountID(QStringLiteral("acct-1"));
+        return store;
+    };
+    const auto accounts = [](int count) {
+        QList<PublisherAccount> list{
+            {QStringLiteral("acct-1"), QStringLiteral("maria@example.com"), QStringLiteral("Maria Ostrova"),
+             QStringLiteral("owner")},
+            {QStringLiteral("acct-2"), QStringLiteral("press@example.com"), std::nullopt, QStringLiteral("reader")}};
+        return list.mid(0, count);
+    };
+    const auto expand = [](ViewHarness &view) {
+        view.find(QStringLiteral("connectView"))->setProperty("showsManualConnection", true);
+    };
+    return {
+        {QStringLiteral("connect-collapsed"), [](StoreFixture &f) { f.makeStore(); }, {}},
+        {QStringLiteral("connect-expanded"),
+         [](StoreFixture &f) { f.makeStore().setApiKey(QStringLiteral("ink_live_4f9a2c")); }, expand},
+        {QStringLiteral("connect-waiting-for-browser"),
+         [](StoreFixture &f) { f.makeStore().setIsAuthenticating(true); },
+         {}},
+        {QStringLiteral("connect-connecting"),
+         [](StoreFixture &f) {
+             RoyaltiesStore &store = f.makeStore();
+             store.setApiKey(QStringLiteral("ink_live_4f9a2c"));
+             store.setIsLoading(true);
+         },
+         expand},
+        {QStringLiteral("connect-error"),
+         [](StoreFixture &f) {
+             f.makeStore().setErrorMessage(QStringLiteral("The API key was not accepted. Check it in My Account and "
+                                                          "try again."));
+         },
+         {}},
+        {QStringLiteral("dashboard-first-load"), [connected](StoreFixture &f) { connected(f).setIsLoading(true); }, {}},
+        {QStringLiteral("dashboard-usd"),
+         [connected](StoreFixture &f) { showFigures(f, connected(f), figures()); },
+         {}},
+        {QStringLiteral("dashboard-eur"),
+         [connected](StoreFixture &f) { showFigures(f, connected(f), figures(QStringLiteral("EUR"))); },
+         {}},
+        {QStringLiteral("dashboard-loading"),
+         [connected](StoreFixture &f) {
+             RoyaltiesStore &store = connected(f);
+             showFigures(f, store, figures());
+             store.setIsLoading(true);
+         },
+         {}},
+        {QStringLiteral("dashboard-error-keeps-figures"),
+         [connected](StoreFixture &f) {
+             RoyaltiesStore &store = connected(f);
+             showFigures(f, store, figures());
+             store.setErrorMessage(QStringLiteral("The server is having trouble right now. Please try again in a few "
+                                                  "minutes."));
+         },
+         [](ViewHarness &view) { scrollTo(view, QStringLiteral("errorBanner")); }},
+        {QStringLiteral("dashboard-offline"),
+         [connected](StoreFixture &f) {
+             RoyaltiesStore &store = connected(f);
+             showFigures(f, store, figures());
+             store.setIsNetworkAvailable(false);
+         },
+         {}},
+        {QStringLiteral("dashboard-cooldown"),
+         [connected](StoreFixture &f) {
+             RoyaltiesStore &store = connected(f);
+             store.refresh();
+             f.waitUntilIdle();
+         },
+         {}},
+        {QStringLiteral("dashboard-update-available"),
+         [connected](StoreFixture &f) {
+             RoyaltiesStore &store = connected(f);
+             showFigures(f, store, figures());
+             store.setLatestAppVersion(QStringLiteral("1.5.0"));
+         },
+         {}},
+        {QStringLiteral("dashboard-update-downloaded"),
+         [connected](StoreFixture &f) {
+             RoyaltiesStore &store = connected(f);
+             showFigures(f, store, figures());
+             store.setLatestAppVersion(QStringLiteral("1.5.0"));
+             store.setDownloadedUpdateURL(
+                 QUrl::fromLocalFile(f.cacheFolder() + QStringLiteral("/Inkwarden-1.5.0.deb")));
+             store.setUpdateStatusMessage(
+                 QStringLiteral("Installer opened. If it is not visible, choose Show in Files."));
+         },
+         {}},
+        {QStringLiteral("dashboard-every-metric-hidden"),
+         [connected](StoreFixture &f) {
+             RoyaltiesStore &store = connected(f);
+             showFigures(f, store, figures());
+             QSet<SalesBreakdownMetric> all;
+             for (const SalesBreakdownMetric metric : SalesBreakdownMetric::allCases()) {
+                 all.insert(metric);
+             }
+             store.setHiddenSalesMetrics(all);
+         },
+         [](ViewHarness &view) { scrollTo(view, QStringLiteral("salesBreakdownCard")); }},
+        {QStringLiteral("dashboard-custom-formats"),
+         [connected](StoreFixture &f) {
+             RoyaltiesStore &store = connected(f);
+             RoyaltySummary summary = figures();
+             summary.customFormats.insert(QStringLiteral("Box sets"), FormatSalesSummary{9, 161.91});
+             summary.customFormats.insert(QStringLiteral("Large print"), FormatSalesSummary{1, 7.8});
+             summary.customFormats.insert(QStringLiteral("Paperbacks"), FormatSalesSummary{4, 22});
+             showFigures(f, store, summary);
+             store.setHiddenSalesMetrics({SalesBreakdownMetric::hardcovers, SalesBreakdownMetric::audiobooks,
+                                          SalesBreakdownMetric::expandedDistribution, SalesBreakdownMetric::kenpReads,
+                                          SalesBreakdownMetric::currentPreOrders, SalesBreakdownMetric::freeEbooks});
+         },
+         [](ViewHarness &view) { scrollTo(view, QStringLiteral("salesBreakdownCard")); }},
+        {QStringLiteral("dashboard-large-negative-net"),
+         [connected](StoreFixture &f) {
+             RoyaltiesStore &store = connected(f);
+             RoyaltySummary summary = figures();
+             summary.spending = 15840.12;
+             summary.net = summary.gross - summary.spending;
+             showFigures(f, store, summary);
+             store.setDisplayedRoyalty(DisplayedRoyalty::net);
+         },
+         {}},
+        {QStringLiteral("settings-loading-accounts"),
+         [settings](StoreFixture &f) { settings(f).setIsLoadingAccounts(true); },
+         {}},
+        {QStringLiteral("settings-no-account"), [settings](StoreFixture &f) { settings(f); }, {}},
+        {QStringLiteral("settings-one-account"),
+         [settings, accounts](StoreFixture &f) { settings(f).setAccounts(accounts(1)); },
+         {}},
+        {QStringLiteral("settings-two-accounts"),
+         [settings, accounts](StoreFixture &f) { settings(f).setAccounts(accounts(2)); },
+         {}},
+        {QStringLiteral("settings-approval-required"),
+         [settings, accounts](StoreFixture &f) {
+             RoyaltiesStore &store = settings(f);
+             store.setAccounts(accounts(1));
+             store.setLaunchAtLoginRequiresApproval(true);
+         },
+         [](ViewHarness &view) { scrollTo(view, QStringLiteral("approvalNotice")); }},
+        {QStringLiteral("settings-update-downloading"),
+         [settings, accounts](StoreFixture &f) {
+             RoyaltiesStore &store = settings(f);
+             store.setAccounts(accounts(1));
+             store.setLatestAppVersion(QStringLiteral("1.5.0"));
+             store.setIsDownloadingUpdate(true);
+             store.setUpdateStatusMessage(QStringLiteral("Downloading update") + QChar(0x2026)
+                                          + QStringLiteral(" You can keep using Inkwarden."));
+         },
+         [](ViewHarness &view) { scrollTo(view, QStringLiteral("versionField")); }},
+    };
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QGuiApplication app(argc, argv);
+    const QString folder = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral("screenshots");
+    if (!QDir().mkpath(folder)) {
+        std::fprintf(stderr, "cannot create %s\n", qPrintable(folder));
+        return 1;
+    }
+    int failures = 0;
+    for (const bool dark : {false, true}) {
+        QGuiApplication::setPalette(desktopPalette(dark));
+        for (const Screen &screen : screens()) {
+            StoreFixture fixture;
+            fixture.appInfo = AppInfo{QStringLiteral("1.4.0"), std::nullopt};
+            screen.arrange(fixture);
+            ViewHarness view(&fixture.store(), ViewHarness::view(QStringLiteral("MenuContentView")));
+            if (!view.loaded()) {
+                std::fprintf(stderr, "%s: %s\n", qPrintable(screen.name), qPrintable(view.errors()));
+                ++failures;
+                continue;
+            }
+            if (screen.present) {
+                screen.present(view);
+            }
+            view.settle();
+            const QString path = QDir(folder).absoluteFilePath(
+                screen.name + (dark ? QStringLiteral("-dark.png") : QStringLiteral("-light.png")));
+            if (view.grab(path)) {
+                std::printf("%s\n", qPrintable(path));
+            } else {
+                std::fprintf(stderr, "could not write %s\n", qPrintable(path));
+                ++failures;
+            }
+        }
+    }
+    return failures == 0 ? 0 : 1;
+}

@@ -1,0 +1,680 @@
+#include "UiTest.h"
+
+#include <QAccessible>
+#include <QSignalSpy>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+RoyaltySummary sampleSummary()
+{
+    RoyaltySummary summary;
+    summary.gross = 1234.5;
+    summary.spending = 210.25;
+    summary.net = 1024.25;
+    summary.paidEbookUnits = 1;
+    summary.paidEbookRoyalties = 3.5;
+    summary.paperbackUnits = 1234;
+    summary.paperbackRoyalties = 2500;
+    summary.reads = 1;
+    summary.preOrderUnits = 2;
+    summary.freeEbookDownloads = 7;
+    return summary;
+}
+
+QList<SalesBreakdownMetric> allMetrics()
+{
+    constexpr auto all = SalesBreakdownMetric::allCases();
+    return {all.begin(), all.end()};
+}
+
+QSet<SalesBreakdownMetric> everyMetric()
+{
+    const QList<SalesBreakdownMetric> all = allMetrics();
+    return {all.begin(), all.end()};
+}
+
+} // namespace
+
+class TestDashboard : public UiTest
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { startTest(); }
+    void cleanup() { endTest(); }
+
+    // Screen choice.
+    void connectedStoreShowsTheDashboard();
+    void settingsFlagShowsTheSettingsView();
+    void disconnectedNeverShowsDashboardWhateverSettingsSays();
+
+    // Header and period picker.
+    void headerShowsTitleAndSelectedPeriod();
+    void settingsButtonCallsShowSettings();
+    void periodPickerShowsThePeriodsInOrderWithTheSelectedOne();
+    void choosingAPeriodCallsSelectPeriod();
+    void periodPickerGreysOutDuringCooldownAndCaptionCountsDown();
+
+    // Update banner.
+    void updateBannerOnlyWhileAnUpdateIsAvailable();
+    void updateBannerDownloadsWhenNothingIsDownloaded();
+    void updateBannerOpensAndRevealsADownloadedUpdate();
+    void updateBannerButtonIsDisabledWhileDownloading();
+
+    // Earnings card.
+    void earningsCardShowsTheHighlightedFigure();
+    void statusCircleIsOrangeWheneverAnErrorIsShownEvenOnline();
+    void statusCircleIsGreenOnlineAndOrangeOffline();
+    void loadingIndicatorFollowsIsLoading();
+    void statusLinesFollowTheStoreClock();
+    void amountRollsDownWhenTheFigureWentDown();
+
+    // Financial rows and sales breakdown.
+    void financialRowsShowTheThreeFigures();
+    void breakdownFollowsTheUsersOrderWithoutHiddenMetrics();
+    void preOrdersAndFreeEbooksShowNoRoyalties();
+    void everyMetricHiddenLeavesEmptyCardButHeading();
+    void firstCustomRowHasNoDividerWithoutVisibleMetrics();
+    void firstCustomRowHasDividerBelowAVisibleMetric();
+    void customFormatNamedLikeAMetricIsListedSeparately();
+    void customFormatsAreSortedByNameWithUnitCounts();
+
+    // Error banner and footer.
+    void errorBannerShowsTheMessageAsPlainText();
+    void refreshIsDisabledWhileASummaryCannotBeRequested();
+    void refreshButtonCallsRefresh();
+    void openMyDashboardCallsOpenDashboard();
+    void quitButtonQuitsTheApplication();
+
+    // Update prompt.
+    void updatePromptShowsTitleMessageAndButtons();
+    void updatePromptDownloadCallsDownloadLatestUpdate();
+    void updatePromptLaterDismisses();
+
+    // Keyboard and accessibility.
+    void escapeAsksTheShellToClose();
+    void ctrlRRefreshes();
+    void ctrlQQuits();
+    void ctrlCommaOpensSettings();
+    void tabMovesThroughTheControls();
+    void everyControlHasAnAccessibleName();
+};
+
+void TestDashboard::connectedStoreShowsTheDashboard()
+{
+    fixture->makeConnectedStore();
+    show();
+    QVERIFY(shown(QStringLiteral("dashboardView")));
+    QVERIFY(!item(QStringLiteral("connectView")));
+    QVERIFY(!item(QStringLiteral("settingsView")));
+}
+
+void TestDashboard::settingsFlagShowsTheSettingsView()
+{
+    fixture->makeConnectedStore();
+    show();
+    fixture->store().setIsShowingSettings(true);
+    view->settle();
+    QVERIFY(shown(QStringLiteral("settingsView")));
+    QVERIFY(!item(QStringLiteral("dashboardView")));
+}
+
+void TestDashboard::disconnectedNeverShowsDashboardWhateverSettingsSays()
+{
+    RoyaltiesStore &store = fixture->makeStore();
+    store.setIsShowingSettings(true);
+    show();
+    QVERIFY(shown(QStringLiteral("connectView")));
+    QVERIFY(!item(QStringLiteral("dashboardView")));
+    QVERIFY(!item(QStringLiteral("settingsView")));
+    store.setIsShowingSettings(false);
+    view->settle();
+    QVERIFY(shown(QStringLiteral("connectView")));
+}
+
+void TestDashboard::headerShowsTitleAndSelectedPeriod()
+{
+    fixture->preferences().setString(QStringLiteral("selectedPeriod"), QStringLiteral("This Month"));
+    fixture->makeConnectedStore();
+    show();
+    QCOMPARE(text(QStringLiteral("headerTitle")), QStringLiteral("Inkwarden"));
+    QCOMPARE(text(QStringLiteral("headerPeriod")), QStringLiteral("This Month"));
+    QVERIFY(shown(QStringLiteral("headerLogo")));
+}
+
+void TestDashboard::settingsButtonCallsShowSettings()
+{
+    fixture->makeConnectedStore();
+    show();
+    QVERIFY(click(QStringLiteral("settingsButton")));
+    QVERIFY(fixture->store().isShowingSettings());
+    QVERIFY(shown(QStringLiteral("settingsView")));
+}
+
+void TestDashboard::periodPickerShowsThePeriodsInOrderWithTheSelectedOne()
+{
+    fixture->makeConnectedStore();
+    show();
+    const QStringList expected{QStringLiteral("Today"), QStringLiteral("Yesterday"), QStringLiteral("This Month")};
+    for (int i = 0; i < expected.size(); ++i) {
+        QObject *segment = view->find(QStringLiteral("periodPickerSegment%1").arg(i));
+        QVERIFY(segment);
+        QCOMPARE(ViewHarness::text(segment), expected.at(i));
+        QCOMPARE(segment->property("checked").toBool(), i == 0);
+    }
+    QVERIFY(!shown(QStringLiteral("cooldownCaption")));
+}
+
+void TestDashboard::choosingAPeriodCallsSelectPeriod()
+{
+    fixture->makeConnectedStore();
+    show();
+    QVERIFY(click(QStringLiteral("periodPickerSegment1")));
+    QCOMPARE(fixture->store().selectedPeriodProperty(), QStringLiteral("Yesterday"));
+    // selectPeriod refreshes: a request goes out and the cooldown begins.
+    QVERIFY(!fixture->store().canSwitchPeriod());
+    QVERIFY(view->find(QStringLiteral("periodPickerSegment1"))->property("checked").toBool());
+    QCOMPARE(text(QStringLiteral("headerPeriod")), QStringLiteral("Yesterday"));
+    QVERIFY(fixture->waitUntilIdle());
+    QCOMPARE(fixture->statisticsRequests().size(), 1);
+}
+
+void TestDashboard::periodPickerGreysOutDuringCooldownAndCaptionCountsDown()
+{
+    RoyaltiesStore &store = fixture->makeConnectedStore();
+    show();
+    QVERIFY(enabled(QStringLiteral("periodPicker")));
+    store.refresh();
+    QVERIFY(fixture->waitUntilIdle());
+    view->settle();
+    QVERIFY(!enabled(QStringLiteral("periodPicker")));
+    QVERIFY(!enabled(QStringLiteral("periodPickerSegment2")));
+    QVERIFY(shown(QStringLiteral("cooldownCaption")));
+    QCOMPARE(text(QStringLiteral("cooldownCaption")), QStringLiteral("Period selection available in 3s"));
+    fixture->clock.advance(1s);
+    view->settle();
+    QCOMPARE(text(QStringLiteral("cooldownCaption")), QStringLiteral("Period selection available in 2s"));
+    fixture->clock.advance(1s);
+    view->settle();
+    QCOMPARE(text(QStringLiteral("cooldownCaption")), QStringLiteral("Period selection available in 1s"));
+    // A click on a greyed-out segment does nothing.
+    QVERIFY(!click(QStringLiteral("periodPickerSegment2")));
+    fixture->clock.advance(1s);
+    view->settle();
+    QCOMPARE(store.requestCooldownRemaining(), 0);
+    QVERIFY(!shown(QStringLiteral("cooldownCaption")));
+    QVERIFY(enabled(QStringLiteral("periodPicker")));
+}
+
+void TestDashboard::updateBannerOnlyWhileAnUpdateIsAvailable()
+{
+    RoyaltiesStore &store = fixture->makeConnectedStore();
+    show();
+    QVERIFY(!shown(QStringLiteral("updateBanner")));
+    store.setLatestAppVersion(QStringLiteral("1.4.0")); // the same as ours
+    view->settle();
+    QVERIFY(!shown(QStringLiteral("updateBanner")));
+    store.setLatestAppVersion(QStringLiteral("1.10.0"));
+    view->settle();
+    QVERIFY(shown(QStringLiteral("updateBanner")));
+    QCOMPARE(text(QStringLiteral("updateBannerTitle")), QStringLiteral("Inkwarden 1.10.0 is available"));
+    QCOMPARE(text(QStringLiteral("updateBannerSubtitle")), QStringLiteral("You have version 1.4.0"));
+    QCOMPARE(text(QStringLiteral("updateActionButton")), QStringLiteral("Update"));
+    QVERIFY(!shown(QStringLiteral("revealUpdateButton")));
+}
+
+void TestDashboard::updateBannerDownloadsWhenNothingIsDownloaded()
+{
+    RoyaltiesStore &store = fixture->makeConnectedStore();
+    store.setLatestAppVersion(QStringLiteral("1.5.0"));
+    show();
+    QVERIFY(click(QStringLiteral("updateActionButton")));
+    // downloadLatestUpdate: the installer is fetched, then opened.
+    QTRY_COMPARE(fixture->desktop.openedFiles.size(), 1);
+    QVERIFY(fixture->desktop.openedFiles.first().endsWith(QStringLiteral("Inkwarden-1.5.0.deb")));
+    QVERIFY(!store.isDownloadingUpdate());
+    QCOMPARE(text(QStringLiteral("updateActionButton")), QStringLiteral("Open installer"));
+}
+
+void TestDashboard::updateBannerOpensAndRevealsADownloadedUpdate()
+{
+    RoyaltiesStore &store = fixture->makeConnectedStore();
+    store.setLatestAppVersion(QStringLiteral("1.5.0"));
+    const QString installer = fixture->cacheFolder() + QStringLiteral("/Inkwarden-1.5.0.deb");
+    store.setDownloadedUpdateURL(QUrl::fromLocalFile(installer));
+    show();
+    QCOMPARE(text(QStringLiteral("updateActionButton")), QStringLiteral("Open installer"));
+    QVERIFY(shown(QStringLiteral("revealUpdateButton")));
+    QCOMPARE(text(QStringLiteral("revealUpdateButton")), QStringLiteral("Show in Files"));
+    QVERIFY(click(QStringLiteral("updateActionButton")));
+    QTRY_COMPARE(fixture->desktop.openedFiles, QStringList{installer});
+    QVERIFY(click(QStringLiteral("revealUpdateButton")));
+    QCOMPARE(fixture->desktop.revealedFiles, QStringList{installer});
+    QVERIFY(!store.isDownloadingUpdate());
+}
+
+void TestDashboard::updateBannerButtonIsDisabledWhileDownloading()
+{
+    RoyaltiesStore &store = fixture->makeConnectedStore();
+    store.setLatestAppVersion(QStringLiteral("1.5.0"));
+    store.setIsDownloadingUpdate(true);
+    show();
+    QVERIFY(!enabled(QStringLiteral("updateActionButton")));
+    QCOMPARE(text(QStringLiteral("updateActionButton")), QString(QStringLiteral("Downloading") + QChar(0x2026)));
+}
+
+void TestDashboard::earningsCardShowsTheHighlightedFigure()
+{
+    RoyaltiesStore &store = fixture->makeConnectedStore();
+    store.setSummary(sampleSummary());
+    show();
+    QCOMPARE(text(QStringLiteral("displayedRoyaltyCaption")), QStringLiteral("GROSS ROYALTIES"));
+    QCOMPARE(text(QStringLiteral("highlightedAmount")), QStringLiteral("$1,234.50"));
+    store.setDisplayedRoyalty(DisplayedRoyalty::net);
+    view->settle();
+    QCOMPARE(text(QStringLiteral("displayedRoyaltyCaption")), QStringLiteral("NET ROYALTIES"));
+    QCOMPARE(text(QStringLiteral("highlightedAmount")), QStringLiteral("$1,024.25"));
+    QTRY_COMPARE(text(QStringLiteral("shownAmount")), QStringLiteral("$1,024.25"));
+}
+
+void TestDashboard::statusCircleIsOrangeWheneverAnErrorIsShownEvenOnline()
+{
+    RoyaltiesStore &store = fixture->makeConnectedStore();
+    store.setIsNetworkAvailable(true);
+    store.setErrorMessage(QStringLiteral("The server is having trouble."));
+    show();
+    QCOMPARE(item(QStringLiteral("statusCircle"))->property("colorName").toString(), QStringLiteral("orange"));
+}
+
+void TestDashboard::statusCircleIsGreenOnlineAndOrangeOffline()
+{
+    RoyaltiesStore &store = fixture->makeConnectedStore();
+    show();
+    QCOMPARE(item(QStringLiteral("statusCircle"))->property("colorName").toString(), QStringLiteral("green"));
+    store.setIsNetworkAvailable(false);
+    view->settle();
+    QCOMPARE(item(QStringLiteral("statusCircle"))->property("colorName").toString(), QStringLiteral("orange"));
+}
+
+void TestDashboard::loadingIndicatorFollowsIsLoading()
+{
+    RoyaltiesStore &store = fixture->makeConnectedStore();
+    show();
+    QVERIFY(!shown(QStringLiteral("loadingIndicator")));
+    store.setIsLoading(true);
+    view->settle();
+    QVERIFY(shown(QStringLiteral("loadingIndicator")));
+}
+
+void TestDashboard::statusLinesFollowTheStoreClock()
+{
+    RoyaltiesStore &store = fixture->makeConnectedStore();
+    show();
+    QCOMPARE(text(QStringLiteral("lastUpdatedText")), QStringLiteral("Not refreshed yet"));
+    QCOMPARE(text(QStringLiteral("nextRefreshText")), QStringLiteral("Automatic refresh not scheduled"));
+    const QDateTime now = fixture->clock.now();
+    store.setLastUpdated(now.addSecs(-10));
+    store.setNextRefreshAt(now.addSecs(247));
+    view->settle();
+    QCOMPARE(text(QStringLiteral("lastUpdatedText")), QStringLiteral("Refreshed 10s ago"));
+    QCOMPARE(text(QStringLiteral("nextRefreshText")), QStringLiteral("Next refresh in 04:07"));
+    fixture->clock.advance(1s);
+    view->settle();
+    QCOMPARE(text(QStringLiteral("lastUpdatedText")), QStringLiteral("Refreshed 11s ago"));
+    QCOMPARE(text(QStringLiteral("nextRefreshText")), QStringLiteral("Next refresh in 04:06"));
+    store.setIsNetworkAvailable(false);
+    view->settle();
+    QCOMPARE(text(QStringLiteral("nextRefreshText")), QString(QStringLiteral("Waiting for internet") + QChar(0x2026)));
+}
+
+void TestDashboard::amountRollsDownWhenTheFigureWentDown()
+{
+    RoyaltiesStore &store = fixture->makeConnectedStore();
+    store.setSummary(sampleSummary());
+    show();
+    QQuickItem *amount = item(QStringLiteral("highlightedAmount"));
+    QVERIFY(!amount->property("countsDown").toBool());
+    store.setRoyaltyChangeCountsDown(true);
+    RoyaltySummary lower = sampleSummary();
+    lower.gross = 99;
+    store.setSummary(lower);
+    view->settle();
+    QVERIFY(amount->property("countsDown").toBool());
+    QCOMPARE(text(QStringLiteral("leavingAmount")), QStringLiteral("$1,234.50"));
+    QTRY_COMPARE(text(QStringLiteral("shownAmount")), QStringLiteral("$99.00"));
+}
+
+void TestDashboard::financialRowsShowTheThreeFigures()
+{
+    RoyaltiesStore &store = fixture->makeConnectedStore();
+    store.setSummary(sampleSummary());
+    show();
+    const QStringList titles{QStringLiteral("Gross royalties"), QStringLiteral("Ad spend & expenses"),
+                             QStringLiteral("Net royalties")};
+    const QStringList values{QStringLiteral("$1,234.50"), QStringLiteral("$210.25"), QStringLiteral("$1,024.25")};
+    for (int i = 0; i < 3; ++i) {
+        QQuickItem *row = item(QStringLiteral("financialRow%1").arg(i));
+        QVERIFY(ViewHarness::isShown(row));
+        QCOMPARE(text(QStringLiteral("title"), row), titles.at(i));
+        QCOMPARE(text(QStringLiteral("value"), row), values.at(i));
+    }
+}
+
+void TestDashboard::breakdownFollowsTheUsersOrderWithoutHiddenMetrics()
+{
+    RoyaltiesStore &store = fixture->makeConnectedStore();
+    store.setSummary(sampleSummary());
+    store.setSalesMetricOrder({SalesBreakdownMetric::paperbacks, SalesBreakdownMetric::paidEbooks,
+                               SalesBreakdownMetric::kenpReads, SalesBreakdownMetric::hardcovers});
+    store.setHiddenSalesMetrics({SalesBreakdownMetric::hardcovers});
+    show();
+    QQuickItem *rows = item(QStringLiteral("salesBreakdownRows"));
+    QStringList shownIds;
+    QList<qreal> positions;
+    for (QQuickItem *child : rows->childItems()) {
+        if (child->isVisible() && child->objectName().startsWith(QStringLiteral("breakdownRow_"))) {
+            shownIds.append(child->objectName().mid(13));
+            positions.append(child->y());
+        }
+    }
+    QCOMPARE(shownIds,
+             (QStringList{QStringLiteral("paperbacks"), QStringLiteral("paidEbooks"), QStringLiteral("kenpReads")}));
+    QVERIFY(std::is_sorted(positions.begin(), positions.end()));
+    QQuickItem *paperbacks = item(QStringLiteral("breakdownRow_paperbacks"));
+    QCOMPARE(text(QStringLiteral("title"), paperbacks), QStringLiteral("Paperbacks"));
+    QCOMPARE(text(QStringLiteral("units"), paperbacks), QStringLiteral("1,234 units"));
+    QCOMPARE(text(QStringLiteral("royalties"), paperbacks), QStringLiteral("$2,500.00"));
+    QVERIFY(!shown(QStringLiteral("divider"), paperbacks));
+    QQuickItem *ebooks = item(QStringLiteral("breakdownRow_paidEbooks"));
+    QCOMPARE(text(QStringLiteral("units"), ebooks), QStringLiteral("1 unit"));
+    QVERIFY(shown(QStringLiteral("divider"), ebooks));
+    QCOMPARE(text(QStringLiteral("units"), item(QStringLiteral("breakdownRow_kenpReads"))), QStringLiteral("1 pages"));
+}
+
+void TestDashboard::preOrdersAndFreeEbooksShowNoRoyalties()
+{
+    RoyaltiesStore &store = fixture->makeConnectedStore();
+    store.setSummary(sampleSummary());
+    show();
+    QQuickItem *preOrders = item(QStringLiteral("breakdownRow_currentPreOrders"));
+    QCOMPARE(text(QStringLiteral("title"), preOrders), QStringLiteral("Upcoming pre-orders"));
+    QCOMPARE(text(QStringLiteral("units"), preOrders),
+             QString(QStringLiteral("2 units ") + QChar(0x00B7) + QStringLiteral(" same for all periods")));
+    QVERIFY(!shown(QStringLiteral("royalties"), preOrders));
+    QQuickItem *free = item(QStringLiteral("breakdownRow_freeEbooks"));
+    QCOMPARE(text(QStringLiteral("units"), free), QStringLiteral("7 downloads"));
+    QVERIFY(!shown(QStringLiteral("royalties"), free));
+}
+
+void TestDashboard::everyMetricHiddenLeavesEmptyCardButHeading()
+{
+    RoyaltiesStore &store = fixture->makeConnectedStore();
+    store.setHiddenSalesMetrics(everyMetric());
+    show();
+    QVERIFY(shown(QStringLiteral("salesBreakdownHeading")));
+    QCOMPARE(text(QStringLiteral("salesBreakdownHeading")), QStringLiteral("SALES BREAKDOWN"));
+    QVERIFY(item(QStringLiteral("salesBreakdownCard")));
+    for (QQuickItem *child : item(QStringLiteral("salesBreakdownRows"))->childItems()) {
+        QVERIFY2(!child->objectName().startsWith(QStringLiteral("breakdownRow_")), qPrintable(child->objectName()));
+    }
+    QCOMPARE(item(QStringLiteral("salesBreakdownCard"))->height(), 0.0);
+}
+
+void TestDashboard::firstCustomRowHasNoDividerWithoutVisibleMetrics()
+{
+    RoyaltiesStore &store = fixture->makeConnectedStore();
+    store.setHiddenSalesMetrics(everyMetric());
+    RoyaltySummary summary;
+    summary.customFormats.insert(QStringLiteral("Box set"), FormatSalesSummary{3, 12});
+    summary.customFormats.insert(QStringLiteral("Comics"), FormatSalesSummary{1, 2});
+    store.setSummary(summary);
+    show();
+    QVERIFY(!shown(QStringLiteral("divider"), item(QStringLiteral("breakdownRow_custom:Box set"))));
+    QVERIFY(shown(QStringLiteral("divider"), item(QStringLiteral("breakdownRow_custom:Comics"))));
+}
+
+void TestDashboard::firstCustomRowHasDividerBelowAVisibleMetric()
+{
+    RoyaltiesStore &store = fixture->makeConnectedStore();
+    QSet<SalesBreakdownMetric> hidden = everyMetric();
+    hidden.remove(SalesBreakdownMetric::audiobooks);
+    store.setHiddenSalesMetrics(hidden);
+    RoyaltySummary summary;
+    summary.customFormats.insert(QStringLiteral("Box set"), FormatSalesSummary{3, 12});
+    store.setSummary(summary);
+    show();
+    QVERIFY(!shown(QStringLiteral("divider"), item(QStringLiteral("breakdownRow_audiobooks"))));
+    QVERIFY(shown(QStringLiteral("divider"), item(QStringLiteral("breakdownRow_custom:Box set"))));
+}
+
+void TestDashboard::customFormatNamedLikeAMetricIsListedSeparately()
+{
+    RoyaltiesStore &store = fixture->makeConnectedStore();
+    RoyaltySummary summary = sampleSummary();
+    summary.customFormats.insert(QStringLiteral("Paperbacks"), FormatSalesSummary{5, 40});
+    store.setSummary(summary);
+    show();
+    QQuickItem *fixed = item(QStringLiteral("breakdownRow_paperbacks"));
+    QQuickItem *custom = item(QStringLiteral("breakdownRow_custom:Paperbacks"));
+    QVERIFY(ViewHarness::isShown(fixed));
+    QVERIFY(ViewHarness::isShown(custom));
+    QCOMPARE(text(QStringLiteral("title"), custom), QStringLiteral("Paperbacks"));
+    QCOMPARE(text(QStringLiteral("units"), custom), QStringLiteral("5 units"));
+    QCOMPARE(text(QStringLiteral("royalties"), custom), QStringLiteral("$40.00"));
+    QQuickItem *row = item(QStringLiteral("row"), custom);
+    QCOMPARE(row->property("icon").toString(), QStringLiteral("square.grid.2x2"));
+    QCOMPARE(row->property("color").toString(), QStringLiteral("pink"));
+    QCOMPARE(item(QStringLiteral("row"), fixed)->property("icon").toString(), QStringLiteral("books.vertical"));
+}
+
+void TestDashboard::customFormatsAreSortedByNameWithUnitCounts()
+{
+    RoyaltiesStore &store = fixture->makeConnectedStore();
+    store.setHiddenSalesMetrics(everyMetric());
+    RoyaltySummary summary;
+    summary.customFormats.insert(QStringLiteral("Zines"), FormatSalesSummary{0, 0});
+    summary.customFormats.insert(QStringLiteral("Box set"), FormatSalesSummary{1, 1.5});
+    summary.customFormats.insert(QStringLiteral("Large print"), FormatSalesSummary{1234, 3});
+    store.setSummary(summary);
+    show();
+    const QQuickItem *box = item(QStringLiteral("breakdownRow_custom:Box set"));
+    const QQuickItem *large = item(QStringLiteral("breakdownRow_custom:Large print"));
+    const QQuickItem *zines = item(QStringLiteral("breakdownRow_custom:Zines"));
+    QVERIFY(box->y() < large->y() && large->y() < zines->y());
+    QCOMPARE(text(QStringLiteral("units"), const_cast<QQuickItem *>(box)), QStringLiteral("1 unit"));
+    QCOMPARE(text(QStringLiteral("units"), const_cast<QQuickItem *>(large)), QStringLiteral("1,234 units"));
+    QCOMPARE(text(QStringLiteral("units"), const_cast<QQuickItem *>(zines)), QStringLiteral("0 units"));
+}
+
+void TestDashboard::errorBannerShowsTheMessageAsPlainText()
+{
+    RoyaltiesStore &store = fixture->makeConnectedStore();
+    show();
+    QVERIFY(!shown(QStringLiteral("errorBanner")));
+    const QString message = QStringLiteral("<b>Server</b> said <a href=\"x\">no</a>");
+    store.setErrorMessage(message);
+    view->settle();
+    QVERIFY(shown(QStringLiteral("errorBanner")));
+    QQuickItem *label = item(QStringLiteral("errorMessage"));
+    QCOMPARE(ViewHarness::text(label), message);
+    QCOMPARE(label->property("textFormat").toInt(), int(Qt::PlainText));
+    store.setErrorMessage(std::nullopt);
+    view->settle();
+    QVERIFY(!shown(QStringLiteral("errorBanner")));
+}
+
+void TestDashboard::refreshIsDisabledWhileASummaryCannotBeRequested()
+{
+    RoyaltiesStore &store = fixture->makeConnectedStore();
+    show();
+    QVERIFY(enabled(QStringLiteral("refreshButton")));
+    store.setIsLoading(true);
+    view->settle();
+    QVERIFY(!enabled(QStringLiteral("refreshButton")));
+    QVERIFY(enabled(QStringLiteral("openDashboardButton")));
+}
+
+void TestDashboard::refreshButtonCallsRefresh()
+{
+    RoyaltiesStore &store = fixture->makeConnectedStore();
+    show();
+    QCOMPARE(text(QStringLiteral("refreshButton")), QStringLiteral("Refresh"));
+    QVERIFY(click(QStringLiteral("refreshButton")));
+    QVERIFY(fixture->waitUntilIdle());
+    QVERIFY(store.lastUpdated().has_value());
+    QCOMPARE(fixture->statisticsRequests().size(), 1);
+}
+
+void TestDashboard::openMyDashboardCallsOpenDashboard()
+{
+    fixture->makeConnectedStore();
+    show();
+    QCOMPARE(text(QStringLiteral("openDashboardButton")), QStringLiteral("Open My Dashboard"));
+    QVERIFY(click(QStringLiteral("openDashboardButton")));
+    QCOMPARE(fixture->desktop.openedURLs.size(), 1);
+    QVERIFY(fixture->desktop.openedURLs.first().path().endsWith(QStringLiteral("/dashboard_lite/")));
+}
+
+void TestDashboard::quitButtonQuitsTheApplication()
+{
+    fixture->makeConnectedStore();
+    show();
+    QSignalSpy quit(&view->engine(), &QQmlEngine::quit);
+    QCOMPARE(text(QStringLiteral("quitButton")), QStringLiteral("Quit"));
+    QVERIFY(click(QStringLiteral("quitButton")));
+    QCOMPARE(quit.size(), 1);
+}
+
+void TestDashboard::updatePromptShowsTitleMessageAndButtons()
+{
+    RoyaltiesStore &store = fixture->makeConnectedStore();
+    store.setLatestAppVersion(QStringLiteral("1.5.0"));
+    show();
+    QObject *prompt = view->find(QStringLiteral("updatePrompt"));
+    QVERIFY(prompt);
+    QVERIFY(!prompt->property("visible").toBool());
+    store.setIsShowingUpdatePrompt(true);
+    view->settle();
+    QVERIFY(prompt->property("visible").toBool());
+    QCOMPARE(prompt->property("title").toString(), QStringLiteral("Inkwarden 1.5.0 is available"));
+    QCOMPARE(text(QStringLiteral("updatePromptMessage")),
+             QStringLiteral("You are using version 1.4.0. Download the latest version now?"));
+    QCOMPARE(text(QStringLiteral("updatePromptDownload")), QStringLiteral("Download Update"));
+    QCOMPARE(text(QStringLiteral("updatePromptLater")), QStringLiteral("Later"));
+}
+
+void TestDashboard::updatePromptDownloadCallsDownloadLatestUpdate()
+{
+    RoyaltiesStore &store = fixture->makeConnectedStore();
+    store.setLatestAppVersion(QStringLiteral("1.5.0"));
+    store.setIsShowingUpdatePrompt(true);
+    show();
+    QTRY_VERIFY(shown(QStringLiteral("updatePromptDownload")));
+    QVERIFY(click(QStringLiteral("updatePromptDownload")));
+    QTRY_VERIFY(!store.isShowingUpdatePrompt());
+    QTRY_COMPARE(fixture->desktop.openedFiles.size(), 1);
+}
+
+void TestDashboard::updatePromptLaterDismisses()
+{
+    RoyaltiesStore &store = fixture->makeConnectedStore();
+    store.setLatestAppVersion(QStringLiteral("1.5.0"));
+    store.setIsShowingUpdatePrompt(true);
+    show();
+    QTRY_VERIFY(shown(QStringLiteral("updatePromptLater")));
+    QVERIFY(click(QStringLiteral("updatePromptLater")));
+    QTRY_VERIFY(!store.isShowingUpdatePrompt());
+    QVERIFY(!store.isDownloadingUpdate());
+}
+
+void TestDashboard::escapeAsksTheShellToClose()
+{
+    fixture->makeConnectedStore();
+    show();
+    QObject *content = view->item(QStringLiteral("content"))->childItems().first();
+    QSignalSpy close(content, SIGNAL(closeRequested()));
+    view->keyChord(QKeySequence(Qt::Key_Escape));
+    QCOMPARE(close.size(), 1);
+}
+
+void TestDashboard::ctrlRRefreshes()
+{
+    RoyaltiesStore &store = fixture->makeConnectedStore();
+    show();
+    view->keyChord(QKeySequence(QStringLiteral("Ctrl+R")));
+    QVERIFY(fixture->waitUntilIdle());
+    QVERIFY(store.lastUpdated().has_value());
+    QCOMPARE(fixture->statisticsRequests().size(), 1);
+}
+
+void TestDashboard::ctrlQQuits()
+{
+    fixture->makeConnectedStore();
+    show();
+    QSignalSpy quit(&view->engine(), &QQmlEngine::quit);
+    view->keyChord(QKeySequence(QStringLiteral("Ctrl+Q")));
+    QCOMPARE(quit.size(), 1);
+}
+
+void TestDashboard::ctrlCommaOpensSettings()
+{
+    fixture->makeConnectedStore();
+    show();
+    view->keyChord(QKeySequence(QStringLiteral("Ctrl+,")));
+    QVERIFY(fixture->store().isShowingSettings());
+    QVERIFY(shown(QStringLiteral("settingsView")));
+}
+
+void TestDashboard::tabMovesThroughTheControls()
+{
+    fixture->makeConnectedStore();
+    show();
+    QStringList visited;
+    for (int i = 0; i < 12; ++i) {
+        QTest::keyClick(view->window(), Qt::Key_Tab);
+        view->settle();
+        QQuickItem *focused = view->window()->activeFocusItem();
+        visited.append(focused ? focused->objectName() : QString());
+    }
+    const QStringList expected{QStringLiteral("settingsButton"),
+                               QStringLiteral("periodPickerSegment0"),
+                               QStringLiteral("periodPickerSegment1"),
+                               QStringLiteral("periodPickerSegment2"),
+                               QStringLiteral("refreshButton"),
+                               QStringLiteral("openDashboardButton"),
+                               QStringLiteral("quitButton")};
+    qsizetype from = 0;
+    for (const QString &name : expected) {
+        const qsizetype at = visited.indexOf(name, from);
+        QVERIFY2(at >= 0, qPrintable(name + QStringLiteral(" not reached in order: ") + visited.join(u',')));
+        from = at + 1;
+    }
+}
+
+void TestDashboard::everyControlHasAnAccessibleName()
+{
+    RoyaltiesStore &store = fixture->makeConnectedStore();
+    store.setLatestAppVersion(QStringLiteral("1.5.0"));
+    store.setDownloadedUpdateURL(QUrl::fromLocalFile(QStringLiteral("/tmp/Inkwarden-1.5.0.deb")));
+    show();
+    QAccessible::setActive(true);
+    int controls = 0;
+    std::function<void(QQuickItem *)> visit = [&](QQuickItem *node) {
+        if (node->isVisible() && node->activeFocusOnTab()) {
+            ++controls;
+            QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(node);
+            QVERIFY2(accessible, qPrintable(node->objectName()));
+            QVERIFY2(!accessible->text(QAccessible::Name).isEmpty(), qPrintable(node->objectName()));
+        }
+        for (QQuickItem *child : node->childItems()) {
+            visit(child);
+        }
+    };
+    visit(view->window()->contentItem());
+    QVERIFY(controls >= 8);
+}
+
+QTEST_MAIN(TestDashboard)
+#include "tst_ui_dashboard.moc"
