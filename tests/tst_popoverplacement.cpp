@@ -52,7 +52,18 @@ private Q_SLOTS:
     void screenWithoutPanelUsesTheNearestEdge()
     {
         QCOMPARE(PopoverPlacement::panelEdge(screen, screen, QPoint(1900, 540)), PopoverPlacement::Edge::right);
-        QCOMPARE(PopoverPlacement::topLeft(screen, screen, QPoint(960, 3), popover), QPoint(780, 4));
+        QCOMPARE(PopoverPlacement::topLeft(screen, screen, QPoint(960, 3), popover), QPoint(780, 27));
+    }
+
+    void panelThatReservesNoSpaceIsNotCovered()
+    {
+        // An item at (1158, 13) in a 26-pixel top panel whose space the work area does not show.
+        const QRect small(0, 0, 1280, 800);
+        const QPoint topLeft = PopoverPlacement::topLeft(small, small, QPoint(1158, 13), popover);
+        QVERIFY(topLeft.y() > 26);
+        QCOMPARE(topLeft, QPoint(1280 - 360, 37));
+        const QPoint aboveDock = PopoverPlacement::topLeft(small, small, QPoint(640, 790), popover);
+        QCOMPARE(aboveDock, QPoint(460, 790 - 24 - 560 - 4));
     }
 
     void secondScreenToTheRight()

@@ -35,18 +35,20 @@ QPoint PopoverPlacement::topLeft(const QRect &screen, const QRect &workArea, con
     const QRect area = workArea.isValid() ? workArea : screen;
     int x = anchor.x() - size.width() / 2;
     int y = anchor.y() - size.height() / 2;
+    // Where the work area tells where the panel ends, the popover starts there; where it does not
+    // (some panels reserve no space), it keeps clear of the clicked point instead.
     switch (panelEdge(screen, area, anchor)) {
     case Edge::top:
-        y = area.top() + gap;
+        y = area.top() > screen.top() ? area.top() + gap : anchor.y() + clearance;
         break;
     case Edge::bottom:
-        y = area.bottom() + 1 - size.height() - gap;
+        y = (area.bottom() < screen.bottom() ? area.bottom() + 1 : anchor.y() - clearance) - size.height() - gap;
         break;
     case Edge::left:
-        x = area.left() + gap;
+        x = area.left() > screen.left() ? area.left() + gap : anchor.x() + clearance;
         break;
     case Edge::right:
-        x = area.right() + 1 - size.width() - gap;
+        x = (area.right() < screen.right() ? area.right() + 1 : anchor.x() - clearance) - size.width() - gap;
         break;
     }
     // Kept whole on the screen, even where the click was near a corner.

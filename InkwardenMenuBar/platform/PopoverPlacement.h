@@ -18,4 +18,7 @@ public:
 
     // Room left between the panel and the popover.
     static constexpr int gap = 4;
+    // Distance kept from the clicked point when the screen does not say where the panel ends: about
+    // the height of a panel.
+    static constexpr int clearance = 24;
 };
