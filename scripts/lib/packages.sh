@@ -26,9 +26,13 @@ INKWARDEN_TEST_PACKAGES=(
     curl openssl
 )
 
-# A real panel to look at the status item in, unseen (tests/statusitem/show-in-xfce-panel.sh).
+# A real panel to look at the status item in, unseen (tests/statusitem/show-in-xfce-panel.sh,
+# scripts/run-headless.sh, scripts/bench-shell.sh): the X server and panel, a session bus of its
+# own, the keyring, screenshots, and the tools that find and time the popover window.
 INKWARDEN_PANEL_PACKAGES=(
     xvfb xauth xfce4-panel imagemagick
+    dbus-daemon dbus-bin gnome-keyring libglib2.0-bin
+    xdotool x11-utils openssl curl
 )
 
 inkwarden_missing_packages() {
