@@ -71,7 +71,7 @@ QNetworkReply *SoakNetwork::createRequest(Operation operation, const QNetworkReq
         onSent(Sent{tag, route, online});
     }
     // Connected before the caller sees the reply, so this runs before the store reads the answer.
-    QObject::connect(reply, &QNetworkReply::finished, this, [this, reply, tag, route, online] {
+    QObject::connect(reply, &QNetworkReply::finished, this, [this, reply, tag, route, online, url = request.url()] {
         --m_unfinished;
         if (route) {
             --m_unfinishedByRoute[*route];
@@ -87,6 +87,7 @@ QNetworkReply *SoakNetwork::createRequest(Operation operation, const QNetworkReq
         finished.hasRetryAfter = reply->hasRawHeader("Retry-After");
         finished.retryAfter = reply->rawHeader("Retry-After");
         finished.error = reply->error();
+        finished.url = url;
         if (onFinished) {
             onFinished(finished);
         }

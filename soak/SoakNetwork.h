@@ -30,6 +30,8 @@ public:
         QByteArray retryAfter;
         bool hasRetryAfter = false;
         QNetworkReply::NetworkError error = QNetworkReply::NoError;
+        // As the store asked for it (not the rewritten address of an offline request).
+        QUrl url;
     };
 
     static QByteArray tagHeader() { return QByteArrayLiteral("X-Inkwarden-Soak-Request"); }

@@ -65,11 +65,17 @@ void printReport(QTextStream &out, const SoakSummary &summary, const SoakCounter
     };
     out << "soak: report" << Qt::endl;
     line("seed", QString::number(summary.seed));
-    line("simulated hours", QStringLiteral("%1 of %2 (%3 to %4, then a closing calm window of %5)")
-                                .arg(summary.simulatedHours, 0, 'f', 2)
-                                .arg(summary.hours, 0, 'f', 2)
-                                .arg(summary.startedAt.toString(Qt::ISODate), summary.endedAt.toString(Qt::ISODate),
-                                     durationText(summary.closingWindowMs)));
+    const QString span =
+        summary.startedAt.toString(Qt::ISODate) + QStringLiteral(" to ") + summary.endedAt.toString(Qt::ISODate);
+    line("simulated hours", summary.stoppedEarly
+                                ? QStringLiteral("%1 of %2 asked for, stopped at the broken rule (%3)")
+                                      .arg(summary.simulatedHours, 0, 'f', 2)
+                                      .arg(summary.hours, 0, 'f', 2)
+                                      .arg(span)
+                                : QStringLiteral("%1 in all: %2 asked for, then %3 to finish the last calm window (%4)")
+                                      .arg(summary.simulatedHours, 0, 'f', 2)
+                                      .arg(summary.hours, 0, 'f', 2)
+                                      .arg(durationText(summary.closingWindowMs), span));
     line("real time", QStringLiteral("%1 s").arg(summary.realSeconds, 0, 'f', 1));
     line("steps", QString::number(c.steps));
     line("fault kinds left out", summary.leftOut.isEmpty() ? QStringLiteral("none") : summary.leftOut.join(u','));
@@ -82,7 +88,7 @@ void printReport(QTextStream &out, const SoakSummary &summary, const SoakCounter
     line("refused while offline", QStringLiteral("%1 requests (the network was down)").arg(c.refusedWhileOffline));
     line("hanging replies", QStringLiteral("%1 of %2 allowed").arg(c.hangs).arg(summary.hangBudget));
     line("refreshes", QStringLiteral("%1 successful, %2 failed").arg(c.successfulRefreshes).arg(c.failedRefreshes));
-    line("rate limits",
+    line("rate limits (statistics)",
          QStringLiteral("%1 met; %2 numeric Retry-After waits honoured, %3 without a usable number (3 s)")
              .arg(c.rateLimitsMet)
              .arg(c.retryAfterHonoured)
@@ -98,8 +104,9 @@ void printReport(QTextStream &out, const SoakSummary &summary, const SoakCounter
              .arg(c.sleepsWithPausedTimers)
              .arg(c.sleepRecoveries)
              .arg(durationText(c.longestSleepRecoveryMs)));
-    line("calm windows", QStringLiteral("%1, all recovered (%2; longest wait %3)")
+    line("calm windows", QStringLiteral("%1 begun, %2 recovered in time (%3; longest wait %4)")
                              .arg(c.calmWindows)
+                             .arg(c.calmRecoveries)
                              .arg(countsText(c.calmWindowsByKind))
                              .arg(durationText(c.longestCalmRecoveryMs)));
     line("restarts", QStringLiteral("%1 (key and settings checked %2 times)").arg(c.restarts).arg(c.settingsChecks));
@@ -114,6 +121,8 @@ void printReport(QTextStream &out, const SoakSummary &summary, const SoakCounter
     line("sales metric changes", QString::number(c.salesMetricChanges));
     line("popover opens", QString::number(c.popoverOpens));
     line("statistics in flight", QStringLiteral("at most %1 at once").arg(c.maxStatisticsInFlight));
+    line("figures of another account",
+         QStringLiteral("%1 successful answers published after the account changed").arg(c.figuresOfAnotherAccount));
     line("resent by the HTTP layer", QString::number(c.resentByHttpLayer));
     if (c.settleTimeouts > 0) {
         line("slow local round trips", QString::number(c.settleTimeouts));

@@ -53,6 +53,7 @@ struct SoakCounters {
     int sleepRecoveries = 0;
     qint64 longestSleepRecoveryMs = 0;
     int calmWindows = 0;
+    int calmRecoveries = 0;
     QMap<QString, int> calmWindowsByKind;
     qint64 longestCalmRecoveryMs = 0;
     int restarts = 0;
@@ -71,6 +72,7 @@ struct SoakCounters {
     int hangs = 0;
     std::optional<qint64> minStatisticsSpacingMs;
     int maxStatisticsInFlight = 0;
+    int figuresOfAnotherAccount = 0;
     int resentByHttpLayer = 0;
     int settleTimeouts = 0;
 };
@@ -82,6 +84,7 @@ struct SoakSummary {
     QDateTime startedAt;
     QDateTime endedAt;
     qint64 closingWindowMs = 0;
+    bool stoppedEarly = false;
     double realSeconds = 0;
     QStringList leftOut;
     int hangBudget = 0;

@@ -13,6 +13,7 @@ SoakRun::SoakRun(const SoakOptions &options, QTextStream &out)
     : m_options(options)
     , m_out(out)
     , m_random(options.seed)
+    , m_stepRandom(options.seed ^ 0x9E3779B97F4A7C15ULL)
     , m_faultPlan(options.without, options.hangBudget())
     , m_log(out, options.verbose)
 {}
@@ -26,9 +27,9 @@ SoakRun::~SoakRun()
 bool SoakRun::run()
 {
     m_realTime.start();
-    setUp();
     m_out << "soak: seed " << m_options.seed << ", " << m_options.hours << " simulated hours from "
-          << m_start.toString(Qt::ISODate) << Qt::endl;
+          << now().toString(Qt::ISODate) << Qt::endl;
+    setUp();
 
     loop(m_end, true);
     // Whatever the day left behind, the store has to come back: one last calm window.
@@ -50,10 +51,11 @@ bool SoakRun::run()
     SoakSummary summary;
     summary.seed = m_options.seed;
     summary.hours = m_options.hours;
-    summary.simulatedHours = double(m_start.msecsTo(closingStart)) / 3600'000.0;
+    summary.simulatedHours = double(m_start.msecsTo(now())) / 3600'000.0;
     summary.startedAt = m_start;
-    summary.endedAt = closingStart;
+    summary.endedAt = now();
     summary.closingWindowMs = closingMs;
+    summary.stoppedEarly = m_failure.has_value();
     summary.realSeconds = double(m_realTime.elapsed()) / 1000.0;
     summary.leftOut = QStringList(m_options.without.cbegin(), m_options.without.cend());
     summary.leftOut.sort();
@@ -211,7 +213,7 @@ void SoakRun::loop(const QDateTime &until, bool actions)
 void SoakRun::advanceStep()
 {
     const bool waiting = m_network.unfinishedReplies() > 0;
-    qint64 step = waiting ? uniform(50, 500) : uniform(250, 30'000);
+    qint64 step = std::uniform_int_distribution<qint64>(waiting ? 50 : 250, waiting ? 500 : 30'000)(m_stepRandom);
     // Land on the next planned moment rather than jump past it.
     QList<QDateTime> planned{m_nextActionAt, m_nextCalmAt, m_end};
     for (const Scheduled &scheduled : std::as_const(m_scheduled)) {

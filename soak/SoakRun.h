@@ -120,7 +120,12 @@ private:
 
     SoakOptions m_options;
     QTextStream &m_out;
+    // What happens, and when: drawn from the seed alone.
     std::mt19937_64 m_random;
+    // How far each step moves time. A stream of its own, because the number of steps spent waiting
+    // for a held reply depends on real time; this way the same seed still brings the same faults
+    // and actions at the same virtual moments.
+    std::mt19937_64 m_stepRandom;
     QElapsedTimer m_realTime;
 
     VirtualClock m_virtualClock;
@@ -151,6 +156,8 @@ private:
     std::optional<QDateTime> m_lastStatisticsAt;
     QDateTime m_modelCooldownUntil;
     qint64 m_statisticsSent = 0;
+    // The account of the last statistics answer, read just before the store takes it in.
+    QString m_lastAnsweredAccount;
     // A refresh pressed during the cooldown runs when the cooldown ends.
     std::optional<QDateTime> m_queuedRefreshDue;
     QList<Obligation> m_obligations;

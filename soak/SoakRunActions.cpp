@@ -28,13 +28,14 @@ void SoakRun::randomAction()
         int weight;
         void (SoakRun::*action)();
     };
-    QList<Choice> choices{
-        {26, &SoakRun::switchFaultOn}, {6, &SoakRun::clearSomeFaults}, {10, &SoakRun::switchPeriod},
-        {8, &SoakRun::toggleNetwork},  {4, &SoakRun::sleepMachine},    {5, &SoakRun::changeSalesMetric},
-        {5, &SoakRun::openPopover},    {3, &SoakRun::restart},         {3, &SoakRun::quitRightAfterRequest}};
+    QList<Choice> choices{{26, &SoakRun::switchFaultOn}, {6, &SoakRun::clearSomeFaults},
+                          {10, &SoakRun::switchPeriod},  {8, &SoakRun::toggleNetwork},
+                          {1, &SoakRun::sleepMachine},   {5, &SoakRun::changeSalesMetric},
+                          {5, &SoakRun::openPopover},    {3, &SoakRun::restart}};
     if (connected) {
         choices << Choice{14, &SoakRun::pressRefresh} << Choice{6, &SoakRun::editSettings}
-                << Choice{3, &SoakRun::openSettings} << Choice{2, &SoakRun::signOut};
+                << Choice{3, &SoakRun::openSettings} << Choice{2, &SoakRun::signOut}
+                << Choice{3, &SoakRun::quitRightAfterRequest};
     }
     if (!signedIn) {
         choices << Choice{30, &SoakRun::reconnect};
@@ -204,9 +205,10 @@ void SoakRun::sleepMachine()
         return;
     }
     const double kind = std::uniform_real_distribution<double>(0.0, 1.0)(m_random);
-    qint64 duration = kind < 0.6   ? uniform(60'000, 30 * 60'000)
-                      : kind < 0.9 ? uniform(30 * 60'000, 3 * 3600'000)
-                                   : uniform(3 * 3600'000, 10 * 3600'000);
+    // Mostly a lid closed for a while; now and then a night.
+    qint64 duration = kind < 0.7    ? uniform(60'000, 20 * 60'000)
+                      : kind < 0.95 ? uniform(20 * 60'000, 90 * 60'000)
+                                    : uniform(90 * 60'000, 8 * 3600'000);
     duration = std::min(duration, room);
     // Laptops usually lose the network as they go to sleep and find it again a little after waking.
     const bool dropsNetwork = m_online && chance(0.6);

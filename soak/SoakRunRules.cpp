@@ -1,5 +1,7 @@
 #include "SoakRun.h"
 
+#include <QUrlQuery>
+
 #include <cmath>
 
 using namespace std::chrono_literals;
@@ -96,6 +98,11 @@ void SoakRun::requestSent(const SoakNetwork::Sent &sent)
     // Every request that goes out starts the 3-second cooldown, whether or not it gets anywhere.
     m_modelCooldownUntil = std::max(m_modelCooldownUntil, now().addMSecs(requestSpacingMs));
     m_counters.maxStatisticsInFlight = std::max(m_counters.maxStatisticsInFlight, m_network.statisticsInFlight());
+    note(QStringLiteral("statistics request #%1 sent%2")
+             .arg(sent.tag)
+             .arg(m_network.statisticsInFlight() > 1
+                      ? QStringLiteral(" while %1 others are still in flight").arg(m_network.statisticsInFlight() - 1)
+                      : QString()));
     if (m_store && m_store->hasReceivedNetworkStatus() && !m_store->isNetworkAvailable()) {
         fail(QStringLiteral("a statistics request went out while the store knew the network was down"));
     }
@@ -111,6 +118,7 @@ void SoakRun::replyFinished(const SoakNetwork::Finished &finished)
     if (finished.route != Route::Stats) {
         return;
     }
+    m_lastAnsweredAccount = QUrlQuery(finished.url).queryItemValue(QStringLiteral("account_id"));
     note(QStringLiteral("statistics answer #%1: %2")
              .arg(finished.tag)
              .arg(finished.status ? QStringLiteral("HTTP %1").arg(finished.status)
@@ -143,6 +151,13 @@ void SoakRun::refreshSucceeded()
 {
     ++m_counters.successfulRefreshes;
     note(QStringLiteral("refresh succeeded: %1").arg(m_store->money(m_store->highlightedRoyalty(), true)));
+    if (m_lastAnsweredAccount != m_store->accountID()) {
+        // Not one of the rules the soak enforces, but worth seeing: an answer that was still on its
+        // way when the account changed is shown as the new account's figures.
+        ++m_counters.figuresOfAnotherAccount;
+        note(QStringLiteral("the figures shown are those of %1, while %2 is chosen")
+                 .arg(m_lastAnsweredAccount, m_store->accountID()));
+    }
     if (m_awaitingNetworkRecoverySince) {
         ++m_counters.networkRecoveries;
         m_counters.longestNetworkRecoveryMs =
@@ -350,6 +365,7 @@ void SoakRun::tendCalm()
                      .arg(calm.kind, durationText(waited), calm.rule));
             return;
         }
+        ++m_counters.calmRecoveries;
         m_counters.longestCalmRecoveryMs = std::max(m_counters.longestCalmRecoveryMs, waited);
         note(QStringLiteral("calm window (%1) recovered after %2").arg(calm.kind, durationText(waited)));
         m_calm.reset();
