@@ -67,15 +67,15 @@ void printReport(QTextStream &out, const SoakSummary &summary, const SoakCounter
     line("seed", QString::number(summary.seed));
     const QString span =
         summary.startedAt.toString(Qt::ISODate) + QStringLiteral(" to ") + summary.endedAt.toString(Qt::ISODate);
-    line("simulated hours", summary.stoppedEarly
-                                ? QStringLiteral("%1 of %2 asked for, stopped at the broken rule (%3)")
-                                      .arg(summary.simulatedHours, 0, 'f', 2)
-                                      .arg(summary.hours, 0, 'f', 2)
-                                      .arg(span)
-                                : QStringLiteral("%1 in all: %2 asked for, then %3 to finish the last calm window (%4)")
-                                      .arg(summary.simulatedHours, 0, 'f', 2)
-                                      .arg(summary.hours, 0, 'f', 2)
-                                      .arg(durationText(summary.closingWindowMs), span));
+    line("simulated hours",
+         summary.stoppedEarly ? QStringLiteral("%1 of %2 asked for, stopped at the broken rule (%3)")
+                                    .arg(summary.simulatedHours, 0, 'f', 2)
+                                    .arg(summary.hours, 0, 'f', 2)
+                                    .arg(span)
+                              : QStringLiteral("%1 in all: %2 asked for, the rest to finish the last calm window (%3)")
+                                    .arg(summary.simulatedHours, 0, 'f', 2)
+                                    .arg(summary.hours, 0, 'f', 2)
+                                    .arg(span));
     line("real time", QStringLiteral("%1 s").arg(summary.realSeconds, 0, 'f', 1));
     line("steps", QString::number(c.steps));
     line("fault kinds left out", summary.leftOut.isEmpty() ? QStringLiteral("none") : summary.leftOut.join(u','));

@@ -83,7 +83,6 @@ struct SoakSummary {
     double simulatedHours = 0;
     QDateTime startedAt;
     QDateTime endedAt;
-    qint64 closingWindowMs = 0;
     bool stoppedEarly = false;
     double realSeconds = 0;
     QStringList leftOut;

@@ -33,14 +33,12 @@ bool SoakRun::run()
 
     loop(m_end, true);
     // Whatever the day left behind, the store has to come back: one last calm window.
-    const QDateTime closingStart = now();
     if (!m_failure) {
         if (!m_calm) {
             beginCalm(QStringLiteral("closing"));
         }
         loop(now().addDays(1), false);
     }
-    const qint64 closingMs = closingStart.msecsTo(now());
     if (!m_failure) {
         finalReadBack();
     }
@@ -54,7 +52,6 @@ bool SoakRun::run()
     summary.simulatedHours = double(m_start.msecsTo(now())) / 3600'000.0;
     summary.startedAt = m_start;
     summary.endedAt = now();
-    summary.closingWindowMs = closingMs;
     summary.stoppedEarly = m_failure.has_value();
     summary.realSeconds = double(m_realTime.elapsed()) / 1000.0;
     summary.leftOut = QStringList(m_options.without.cbegin(), m_options.without.cend());

@@ -126,7 +126,8 @@ Item {
                             EarningsCard {
                                 objectName: "earningsCard"
                                 store: view.store
-                                timelineRunning: view.visible
+                                // Only while the popover is on screen: a closed popover must not wake Inkwarden every second.
+                                timelineRunning: view.visible && view.Window.window !== null && view.Window.window.visible
                             }
                             Repeater {
                                 // Counted, not listed: rows are read by position, so they are kept
