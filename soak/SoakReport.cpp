@@ -121,8 +121,8 @@ void printReport(QTextStream &out, const SoakSummary &summary, const SoakCounter
     line("sales metric changes", QString::number(c.salesMetricChanges));
     line("popover opens", QString::number(c.popoverOpens));
     line("statistics in flight", QStringLiteral("at most %1 at once").arg(c.maxStatisticsInFlight));
-    line("figures of another account",
-         QStringLiteral("%1 successful answers published after the account changed").arg(c.figuresOfAnotherAccount));
+    line("late answers shown", QStringLiteral("%1 answers published after the account changed or the user signed out")
+                                   .arg(c.figuresOfAnotherAccount));
     line("resent by the HTTP layer", QString::number(c.resentByHttpLayer));
     if (c.settleTimeouts > 0) {
         line("slow local round trips", QString::number(c.settleTimeouts));

@@ -155,8 +155,10 @@ void SoakRun::refreshSucceeded()
         // Not one of the rules the soak enforces, but worth seeing: an answer that was still on its
         // way when the account changed is shown as the new account's figures.
         ++m_counters.figuresOfAnotherAccount;
-        note(QStringLiteral("the figures shown are those of %1, while %2 is chosen")
-                 .arg(m_lastAnsweredAccount, m_store->accountID()));
+        note(m_store->accountID().isEmpty()
+                 ? QStringLiteral("the figures of %1 are shown after signing out").arg(m_lastAnsweredAccount)
+                 : QStringLiteral("the figures shown are those of %1, while %2 is chosen")
+                       .arg(m_lastAnsweredAccount, m_store->accountID()));
     }
     if (m_awaitingNetworkRecoverySince) {
         ++m_counters.networkRecoveries;
