@@ -4,6 +4,7 @@
 // tests/desktop/run-with-session-bus.sh starts. Settings programs are never really started.
 #include "platform/LinuxDesktopServices.h"
 #include "support/Await.h"
+#include "support/ScopedEnvironment.h"
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
@@ -39,38 +40,6 @@ QString readFile(const QString &path)
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
-
-// Sets an environment variable for one scope (nothing unsets it), then puts back what was there.
-class ScopedEnvironment
-{
-public:
-    ScopedEnvironment(const char *name, const std::optional<QString> &value)
-        : m_name(name)
-        , m_hadValue(qEnvironmentVariableIsSet(name))
-        , m_oldValue(qgetenv(name))
-    {
-        if (value) {
-            qputenv(name, value->toLocal8Bit());
-        } else {
-            qunsetenv(name);
-        }
-    }
-    ~ScopedEnvironment()
-    {
-        if (m_hadValue) {
-            qputenv(m_name, m_oldValue);
-        } else {
-            qunsetenv(m_name);
-        }
-    }
-    ScopedEnvironment(const ScopedEnvironment &) = delete;
-    ScopedEnvironment &operator=(const ScopedEnvironment &) = delete;
-
-private:
-    const char *m_name;
-    bool m_hadValue;
-    QByteArray m_oldValue;
-};
 
 const QString FileManagerService = QStringLiteral("org.freedesktop.FileManager1");
 const QString FileManagerPath = QStringLiteral("/org/freedesktop/FileManager1");

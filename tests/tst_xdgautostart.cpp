@@ -2,6 +2,7 @@
 // entries the adapter writes are checked by desktop-file-validate and started through GLib's own
 // desktop-file parser (`gio launch`), the one GNOME's session uses.
 #include "platform/XdgAutostart.h"
+#include "support/ScopedEnvironment.h"
 
 #include <QDir>
 #include <QFile>
@@ -42,39 +43,6 @@ QString failureText(const std::optional<QString> &failure)
 {
     return failure.value_or(QString());
 }
-
-// Sets an environment variable for one scope, then puts back what was there.
-class ScopedEnvironment
-{
-public:
-    // Nothing as the value unsets the variable.
-    ScopedEnvironment(const char *name, const std::optional<QString> &value)
-        : m_name(name)
-        , m_hadValue(qEnvironmentVariableIsSet(name))
-        , m_oldValue(qgetenv(name))
-    {
-        if (value) {
-            qputenv(name, value->toLocal8Bit());
-        } else {
-            qunsetenv(name);
-        }
-    }
-    ~ScopedEnvironment()
-    {
-        if (m_hadValue) {
-            qputenv(m_name, m_oldValue);
-        } else {
-            qunsetenv(m_name);
-        }
-    }
-    ScopedEnvironment(const ScopedEnvironment &) = delete;
-    ScopedEnvironment &operator=(const ScopedEnvironment &) = delete;
-
-private:
-    const char *m_name;
-    bool m_hadValue;
-    QByteArray m_oldValue;
-};
 
 } // namespace
 
