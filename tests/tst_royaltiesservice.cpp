@@ -75,6 +75,8 @@ private Q_SLOTS:
     void noContentIsInvalidResponse();
     void exchangeWithWrongVerifierShowsTheServersError();
     void resetConnectionIsATransportError();
+    void requestsAreNotSentAgainAfterAReset_data();
+    void requestsAreNotSentAgainAfterAReset();
     void refusedConnectionIsATransportError();
     void hangingServerTimesOut();
 
@@ -485,7 +487,58 @@ void TestRoyaltiesService::resetConnectionIsATransportError()
         awaitResult(m_service->fetchSummary(address(), ApiKeys::demoKey(), QString(), RoyaltyPeriod::today));
     QVERIFY(!result.hasValue());
     QVERIFY(result.error().transportError() != nullptr);
-    QVERIFY(!errorText(result.error()).isEmpty());
+    QCOMPARE(result.error().transportError()->code, QNetworkReply::RemoteHostClosedError);
+    QCOMPARE(errorText(result.error()), QStringLiteral("Connection closed"));
+}
+
+// Qt's network layer on its own would send a request again, at once, when the server closes the
+// connection before answering: the server must see each request exactly once.
+void TestRoyaltiesService::requestsAreNotSentAgainAfterAReset_data()
+{
+    QTest::addColumn<int>("route");
+    QTest::newRow("statistics") << int(Route::Stats);
+    QTest::newRow("accounts") << int(Route::Accounts);
+    QTest::newRow("code exchange") << int(Route::Exchange);
+}
+
+void TestRoyaltiesService::requestsAreNotSentAgainAfterAReset()
+{
+    QFETCH(int, route);
+    Fault fault;
+    fault.reset = true;
+    m_server->faults().set(Route(route), fault);
+    std::optional<ServiceError> outcome;
+    switch (Route(route)) {
+    case Route::Stats: {
+        const auto result =
+            awaitResult(m_service->fetchSummary(address(), ApiKeys::demoKey(), QString(), RoyaltyPeriod::today));
+        QVERIFY(!result.hasValue());
+        outcome = result.error();
+        break;
+    }
+    case Route::Accounts: {
+        const auto result = awaitResult(m_service->fetchAccounts(address(), ApiKeys::demoKey()));
+        QVERIFY(!result.hasValue());
+        outcome = result.error();
+        break;
+    }
+    default: {
+        const auto result = awaitResult(
+            m_service->exchangeAuthenticationCode(address(), QStringLiteral("code"), QStringLiteral("verifier")));
+        QVERIFY(!result.hasValue());
+        outcome = result.error();
+        break;
+    }
+    }
+    QVERIFY(outcome && outcome->transportError() != nullptr);
+    QCOMPARE(outcome->transportError()->code, QNetworkReply::RemoteHostClosedError);
+    QCOMPARE(m_server->requests().size(), 1);
+
+    // The connection that follows is a fresh one, and works.
+    m_server->faults().clearAll();
+    const auto again = awaitResult(m_service->fetchAccounts(address(), ApiKeys::demoKey()));
+    QVERIFY(again.hasValue());
+    QCOMPARE(m_server->requests().size(), 2);
 }
 
 void TestRoyaltiesService::refusedConnectionIsATransportError()

@@ -3,6 +3,7 @@
 #include "APIErrorResponse.h"
 #include "BookStatsResponse.h"
 #include "MacAuthExchangeRequest.h"
+#include "SendOnceBody.h"
 #include "ServerAddress.h"
 #include "platform/Clock.h"
 
@@ -43,6 +44,11 @@ std::optional<RoyaltySummary> decodeBody<RoyaltySummary>(const QByteArray &bytes
 std::optional<TransportError> transportFailure(const QNetworkReply &reply)
 {
     const QNetworkReply::NetworkError error = reply.error();
+    if (error == QNetworkReply::ContentReSendError) {
+        // Qt wanted to send the request again after the connection closed, which a SendOnceBody
+        // refuses: what the user should hear about is the closed connection.
+        return TransportError{QNetworkReply::RemoteHostClosedError, QStringLiteral("Connection closed")};
+    }
     if (error == QNetworkReply::NoError || error >= QNetworkReply::ContentAccessDenied) {
         return std::nullopt;
     }
@@ -161,10 +167,13 @@ QCoro::Task<ServiceResult<Body>> RoyaltiesService::authorizedGet(QUrl url, QStri
 template <typename Body>
 QCoro::Task<ServiceResult<Body>> RoyaltiesService::perform(QNetworkRequest request, QByteArray postBody) const
 {
-    const bool isPost = !postBody.isNull();
+    const QByteArray verb = postBody.isNull() ? QByteArrayLiteral("GET") : QByteArrayLiteral("POST");
+    request.setHeader(QNetworkRequest::ContentLengthHeader, postBody.size());
+    auto *upload = new SendOnceBody(postBody);
     std::unique_ptr<QNetworkReply, void (*)(QNetworkReply *)> reply(
-        isPost ? m_network.post(request, postBody) : m_network.get(request),
-        [](QNetworkReply *finished) { finished->deleteLater(); });
+        m_network.sendCustomRequest(request, verb, upload), [](QNetworkReply *finished) { finished->deleteLater(); });
+    // The body lives as long as the reply that reads it.
+    upload->setParent(reply.get());
     QObject::connect(m_requestsUnderWay.get(), &QObject::destroyed, reply.get(), &QNetworkReply::abort);
     co_await reply.get();
 
