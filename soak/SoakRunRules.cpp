@@ -28,7 +28,7 @@ void SoakRun::requestArrived(const RecordedRequest &entry)
     const std::optional<Route> route = SoakNetwork::routeOfPath(entry.request.path);
     if (repeated) {
         ++m_counters.resentByHttpLayer;
-        note(QStringLiteral("the server got request #%1 a second time: the HTTP layer sent it again").arg(tag));
+        fail(QStringLiteral("the server got request #%1 a second time: the HTTP layer sent it again").arg(tag));
     }
     if (!route || (*route != Route::Stats && *route != Route::Accounts)) {
         return;
@@ -103,6 +103,9 @@ void SoakRun::requestSent(const SoakNetwork::Sent &sent)
              .arg(m_network.statisticsInFlight() > 1
                       ? QStringLiteral(" while %1 others are still in flight").arg(m_network.statisticsInFlight() - 1)
                       : QString()));
+    if (m_network.statisticsInFlight() > 1) {
+        fail(QStringLiteral("statistics request #%1 went out while another was still in flight").arg(sent.tag));
+    }
     if (m_store && m_store->hasReceivedNetworkStatus() && !m_store->isNetworkAvailable()) {
         fail(QStringLiteral("a statistics request went out while the store knew the network was down"));
     }
@@ -152,10 +155,10 @@ void SoakRun::refreshSucceeded()
     ++m_counters.successfulRefreshes;
     note(QStringLiteral("refresh succeeded: %1").arg(m_store->money(m_store->highlightedRoyalty(), true)));
     if (m_lastAnsweredAccount != m_store->accountID()) {
-        // Not one of the rules the soak enforces, but worth seeing: an answer that was still on its
-        // way when the account changed is shown as the new account's figures.
+        // An answer that was still on its way when the account changed, shown as the new account's
+        // figures, or shown after signing out.
         ++m_counters.figuresOfAnotherAccount;
-        note(m_store->accountID().isEmpty()
+        fail(m_store->accountID().isEmpty()
                  ? QStringLiteral("the figures of %1 are shown after signing out").arg(m_lastAnsweredAccount)
                  : QStringLiteral("the figures shown are those of %1, while %2 is chosen")
                        .arg(m_lastAnsweredAccount, m_store->accountID()));

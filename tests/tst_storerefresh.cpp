@@ -1,3 +1,4 @@
+#include "DemoData.h"
 #include "store/SettingsKeys.h"
 #include "support/StoreFixture.h"
 
@@ -37,6 +38,11 @@ private Q_SLOTS:
     void rateLimitOf120SecondsCountsDownAndSurvivesRestart();
     void periodSwitchIsRefusedDuringRateLimit();
     void resultForAnotherPeriodIsDiscardedAndAskedAgain();
+    void connectingWhileFiguresLoadSendsNoSecondRequest();
+    void reconnectingWithAnotherKeyAsksAgainAfterTheAnswer();
+    void answerArrivingAfterSignOutIsDropped();
+    void answerForAnotherAccountIsDroppedAndAskedAgain();
+    void rateLimitArrivingAfterSignOutIsStillObeyed();
     void nextRefreshIsScheduledFromTheEndOfTheRequest();
     void timerFiresTheNextRefresh();
     void nextRefreshTextCountsDown_data();
@@ -85,8 +91,15 @@ void TestStoreRefresh::startWithKeyLoadsAccountsAndRefreshes()
     QVERIFY(store.isLoadingAccounts());
     QVERIFY(settle());
     QCOMPARE(store.accounts().size(), 2);
+    // Loading the accounts chose the first one; its figures are asked for when the cooldown ends,
+    // and an answer for all accounts that arrives after the choice is not shown.
     QCOMPARE(statisticsCount(), 1);
-    QVERIFY(store.lastUpdated().has_value());
+    m_fixture->clock.advance(3s);
+    QVERIFY(settle());
+    QCOMPARE(statisticsCount(), 2);
+    QCOMPARE(m_fixture->statisticsRequests().last().request.queryValue(QStringLiteral("account_id")),
+             store.accountID());
+    QCOMPARE(store.lastUpdated(), std::optional<QDateTime>(m_fixture->clock.now()));
     QVERIFY(m_fixture->desktop.openedURLs.isEmpty());
 }
 
@@ -348,6 +361,129 @@ void TestStoreRefresh::resultForAnotherPeriodIsDiscardedAndAskedAgain()
     QCOMPARE(m_fixture->statisticsRequests().last().request.queryValue(QStringLiteral("start_date")),
              QStringLiteral("2026-11-01"));
     QCOMPARE(store.lastUpdated(), std::optional<QDateTime>(m_fixture->clock.now()));
+}
+
+void TestStoreRefresh::connectingWhileFiguresLoadSendsNoSecondRequest()
+{
+    RoyaltiesStore &store = startedStore();
+    m_fixture->clock.advance(10s);
+    Fault slow;
+    slow.delayMs = 400;
+    m_fixture->server->faults().set(Route::Stats, slow);
+    store.refresh();
+    QTRY_COMPARE(statisticsCount(), 1);
+    // The cooldown is over long before the figures arrive, and the user presses Connect.
+    m_fixture->clock.advance(3500ms);
+    QSignalSpy connected(&store, &RoyaltiesStore::isShowingSettingsChanged);
+    store.connect();
+    QTRY_COMPARE(connected.count(), 1);
+    QCOMPARE(statisticsCount(), 1);
+    // Connecting has finished, the figures are still on their way, and the store says so.
+    QVERIFY(store.isLoading());
+
+    QVERIFY(settle());
+    // The figures belonged to the connection just replaced, so they are asked for again, once.
+    QCOMPARE(statisticsCount(), 2);
+    m_fixture->server->faults().clearAll();
+    QVERIFY(settle());
+    m_fixture->clock.advance(10s);
+    QVERIFY(settle());
+    QCOMPARE(statisticsCount(), 2);
+    QVERIFY(!store.isLoading());
+    QCOMPARE(store.lastUpdated(), std::optional<QDateTime>(m_fixture->clock.now().addSecs(-10)));
+    const QList<RecordedRequest> requests = m_fixture->statisticsRequests();
+    QVERIFY(requests.at(0).receivedAt.msecsTo(requests.at(1).receivedAt) >= 3000);
+}
+
+void TestStoreRefresh::reconnectingWithAnotherKeyAsksAgainAfterTheAnswer()
+{
+    RoyaltiesStore &store = startedStore();
+    const QString firstKey = store.apiKey();
+    const QString secondKey = m_fixture->server->apiKeys().issueSignInKey().key;
+    m_fixture->clock.advance(10s);
+    Fault slow;
+    slow.delayMs = 300;
+    slow.remainingUses = 1;
+    m_fixture->server->faults().set(Route::Stats, slow);
+    store.refresh();
+    store.setApiKey(secondKey);
+    QSignalSpy connected(&store, &RoyaltiesStore::isShowingSettingsChanged);
+    store.connect();
+    QTRY_COMPARE(connected.count(), 1);
+    QVERIFY(settle());
+    m_fixture->clock.advance(3s);
+    QVERIFY(settle());
+
+    const QList<RecordedRequest> requests = m_fixture->statisticsRequests();
+    QCOMPARE(requests.size(), 2);
+    QCOMPARE(requests.at(0).header("Authorization"), QByteArray("Bearer ") + firstKey.toUtf8());
+    QCOMPARE(requests.at(1).header("Authorization"), QByteArray("Bearer ") + secondKey.toUtf8());
+    QCOMPARE(store.lastUpdated(), std::optional<QDateTime>(m_fixture->clock.now()));
+}
+
+void TestStoreRefresh::answerArrivingAfterSignOutIsDropped()
+{
+    RoyaltiesStore &store = startedStore();
+    m_fixture->clock.advance(10s);
+    Fault slow;
+    slow.delayMs = 200;
+    m_fixture->server->faults().set(Route::Stats, slow);
+    store.refresh();
+    store.signOut();
+    QVERIFY(settle());
+
+    QCOMPARE(statisticsCount(), 1);
+    QVERIFY(!store.isLoading());
+    QVERIFY(!store.lastUpdated().has_value());
+    QCOMPARE(store.summary(), RoyaltySummary());
+    QCOMPARE(store.menuBarTitle(), QStringLiteral(u"\u25C9 \u2014"));
+    QVERIFY(!store.errorMessage().has_value());
+    QVERIFY(!store.nextRefreshAt().has_value());
+    m_fixture->clock.advance(10min);
+    QVERIFY(settle());
+    QCOMPARE(statisticsCount(), 1);
+}
+
+void TestStoreRefresh::answerForAnotherAccountIsDroppedAndAskedAgain()
+{
+    RoyaltiesStore &store = startedStore();
+    const QStringList accounts = DemoData::accountIds();
+    QCOMPARE(store.accountID(), accounts.first());
+    m_fixture->clock.advance(10s);
+    Fault slow;
+    slow.delayMs = 200;
+    slow.remainingUses = 1;
+    m_fixture->server->faults().set(Route::Stats, slow);
+    store.refresh();
+    store.setAccountID(accounts.at(1));
+    store.persistSettings();
+    QVERIFY(settle());
+    QCOMPARE(statisticsCount(), 1);
+    QVERIFY(store.lastUpdated() < std::optional<QDateTime>(m_fixture->clock.now()));
+
+    m_fixture->clock.advance(3s);
+    QVERIFY(settle());
+    const QList<RecordedRequest> requests = m_fixture->statisticsRequests();
+    QCOMPARE(requests.size(), 2);
+    QCOMPARE(requests.at(1).request.queryValue(QStringLiteral("account_id")), accounts.at(1));
+    QCOMPARE(store.lastUpdated(), std::optional<QDateTime>(m_fixture->clock.now()));
+    QCOMPARE(store.summary().currency, QStringLiteral("EUR"));
+}
+
+void TestStoreRefresh::rateLimitArrivingAfterSignOutIsStillObeyed()
+{
+    RoyaltiesStore &store = startedStore();
+    m_fixture->clock.advance(10s);
+    Fault limited;
+    limited.status = 429;
+    limited.retryAfter = QByteArray("120");
+    limited.delayMs = 200;
+    m_fixture->server->faults().set(Route::Stats, limited);
+    store.refresh();
+    store.signOut();
+    QVERIFY(settle());
+    QVERIFY(!store.errorMessage().has_value());
+    QCOMPARE(store.requestCooldownRemaining(), qint64(120));
 }
 
 void TestStoreRefresh::nextRefreshIsScheduledFromTheEndOfTheRequest()

@@ -213,6 +213,7 @@ void RoyaltiesStore::signOut()
     // Deleting a missing key cannot fail, so nothing waits for the keyring here.
     m_environment.secrets.deleteAPIKey();
 
+    ++m_connectionGeneration;
     setApiKey(QString());
     setAccountID(QString());
     setAccounts({});

@@ -376,6 +376,13 @@ private:
     std::unique_ptr<QObject> m_downloadsUnderWay = std::make_unique<QObject>();
     std::optional<QDateTime> m_requestAvailableAt;
     bool m_refreshWhenAvailable = false;
+    // True while a statistics request is on its way. `isLoading` is shared with connecting, which
+    // clears it on finishing; this one is the statistics request's own, so that a second one never
+    // starts beside it.
+    bool m_summaryInFlight = false;
+    // Counts the connections made and ended (connect, sign-out): an answer to a request sent under
+    // another connection, or for another account, is not the user's to see.
+    quint64 m_connectionGeneration = 0;
     bool m_hasReceivedNetworkStatus = false;
     std::optional<QString> m_promptedUpdateVersion;
     // False from the moment the store starts to go away; a task that resumes after that stops at once.

@@ -51,6 +51,13 @@ void RoyaltiesStore::refresh()
         m_refreshWhenAvailable = true;
         return;
     }
+    if (m_summaryInFlight) {
+        // Connecting has cleared `isLoading` while figures are still on their way. They answer
+        // this refresh, or are asked for again if they belong to the connection just replaced.
+        m_refreshWhenAvailable = true;
+        setIsLoading(true);
+        return;
+    }
     m_refreshWhenAvailable = false;
     setErrorMessage(std::nullopt);
     setIsLoading(true);
@@ -61,9 +68,26 @@ void RoyaltiesStore::refresh()
 QCoro::Task<> RoyaltiesStore::performRefresh(RoyaltyPeriod period)
 {
     const std::shared_ptr<const bool> alive = m_alive;
+    const quint64 generation = m_connectionGeneration;
+    const QString accountID = m_accountID;
+    m_summaryInFlight = true;
     const ServiceResult<RoyaltySummary> result =
-        co_await m_service.fetchSummary(m_serverURL, m_apiKey, m_accountID, period);
+        co_await m_service.fetchSummary(m_serverURL, m_apiKey, accountID, period);
     if (!*alive) {
+        co_return;
+    }
+    m_summaryInFlight = false;
+
+    if (generation != m_connectionGeneration || accountID != m_accountID) {
+        // The user signed out, connected again or chose another account while this loaded: the
+        // answer is dropped, whatever it says, and the figures now wanted are asked for. A server
+        // that asked to wait is still obeyed.
+        if (const RoyaltiesError *error = result ? nullptr : result.error().royaltiesError();
+            error && error->kind() == RoyaltiesError::Kind::rateLimited) {
+            beginRequestCooldown(error->retryAfter());
+        }
+        setIsLoading(false);
+        refresh();
         co_return;
     }
 

@@ -188,6 +188,7 @@ QCoro::Task<> RoyaltiesStore::performConnect(QString key)
         co_return;
     }
     persistSettings();
+    ++m_connectionGeneration;
     setIsConnected(true);
     setIsShowingSettings(false);
     setIsLoading(false);
