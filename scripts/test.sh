@@ -5,7 +5,8 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 source scripts/lib/packages.sh
 
-inkwarden_ensure_packages "${INKWARDEN_BUILD_PACKAGES[@]}" "${INKWARDEN_TEST_PACKAGES[@]}"
+inkwarden_ensure_packages "${INKWARDEN_BUILD_PACKAGES[@]}" "${INKWARDEN_TEST_PACKAGES[@]}" \
+    "${INKWARDEN_PANEL_PACKAGES[@]}"
 
 cmake --preset asan
 cmake --build --preset asan

@@ -66,6 +66,17 @@ private Q_SLOTS:
         QCOMPARE(aboveDock, QPoint(460, 790 - 24 - 560 - 4));
     }
 
+    void itemInTheCornerOfATopPanelThatReservesNoSpaceOpensBelowIt()
+    {
+        // The right edge is nearer (9 pixels) than the top (12), but the item is on the top panel.
+        const QRect small(0, 0, 1280, 800);
+        QCOMPARE(PopoverPlacement::panelEdge(small, small, QPoint(1270, 12)), PopoverPlacement::Edge::top);
+        QCOMPARE(PopoverPlacement::topLeft(small, small, QPoint(1270, 12), popover), QPoint(1280 - 360, 36));
+        QCOMPARE(PopoverPlacement::panelEdge(small, small, QPoint(3, 790)), PopoverPlacement::Edge::bottom);
+        // Far from the top and bottom, a side panel is the nearest edge.
+        QCOMPARE(PopoverPlacement::panelEdge(small, small, QPoint(1270, 300)), PopoverPlacement::Edge::right);
+    }
+
     void secondScreenToTheRight()
     {
         const QRect right(1920, 0, 2560, 1440);

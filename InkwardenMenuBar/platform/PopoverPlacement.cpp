@@ -25,6 +25,15 @@ PopoverPlacement::Edge PopoverPlacement::panelEdge(const QRect &screen, const QR
     if (best) {
         return best->edge;
     }
+    // Nothing tells where the panel is: a click within a panel's reach of the top or bottom edge
+    // is taken to be on a horizontal panel, by far the usual kind, even where a corner puts the
+    // side edge nearer (an item at the right end of a top panel); else the nearest edge.
+    const Candidate &top = candidates[0];
+    const Candidate &bottom = candidates[1];
+    const Candidate &nearerOfTopAndBottom = top.distance <= bottom.distance ? top : bottom;
+    if (nearerOfTopAndBottom.distance < panelReach) {
+        return nearerOfTopAndBottom.edge;
+    }
     return std::min_element(std::begin(candidates), std::end(candidates),
                             [](const Candidate &a, const Candidate &b) { return a.distance < b.distance; })
         ->edge;

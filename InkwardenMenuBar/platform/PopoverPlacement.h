@@ -6,7 +6,8 @@
 
 // Where the popover goes on X11: against the panel that holds the item, as close to the clicked
 // point as the screen allows. The panel's edge is the one where the screen's work area is cut
-// short; on a screen with no panel, the edge nearest to the click.
+// short; where no panel reserves space, a horizontal panel within reach of the click, else the
+// edge nearest to it.
 class PopoverPlacement
 {
 public:
@@ -21,4 +22,6 @@ public:
     // Distance kept from the clicked point when the screen does not say where the panel ends: about
     // the height of a panel.
     static constexpr int clearance = 24;
+    // How far from a screen edge a click can be and still be on a panel along that edge.
+    static constexpr int panelReach = 64;
 };

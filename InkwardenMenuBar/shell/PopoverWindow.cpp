@@ -5,6 +5,7 @@
 
 #include <QCursor>
 #include <QGuiApplication>
+#include <QMouseEvent>
 #include <QQmlEngine>
 #include <QQmlExtensionPlugin>
 #include <QQuickItem>
@@ -59,8 +60,13 @@ void PopoverWindow::createView()
     QObject::connect(m_view.get(), &QWindow::visibleChanged, this, [this](bool visible) {
         if (!visible) {
             m_sinceClosed.start();
+            m_holdsPointer = false;
+            m_pressedInside = false;
         }
     });
+    if (onX11()) {
+        m_view->installEventFilter(this);
+    }
     m_view->setInitialProperties({{QStringLiteral("store"), QVariant::fromValue(&m_store)}});
     m_view->setSource(QUrl(QStringLiteral("qrc:/qt/qml/Inkwarden/Ui/MenuContentView.qml")));
     if (QQuickItem *root = m_view->rootObject()) {
@@ -96,6 +102,38 @@ void PopoverWindow::close()
 bool PopoverWindow::closedJustNow() const
 {
     return m_sinceClosed.isValid() && m_sinceClosed.elapsed() < reopenGuardMilliseconds;
+}
+
+bool PopoverWindow::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched != m_view.get()) {
+        return Popover::eventFilter(watched, event);
+    }
+    switch (event->type()) {
+    case QEvent::Expose:
+        // The pointer can be held only once the window is on the screen.
+        if (!m_holdsPointer && m_view->isExposed()) {
+            m_holdsPointer = m_view->setMouseGrabEnabled(true);
+        }
+        break;
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease: {
+        const bool inside =
+            QRect(QPoint(0, 0), m_view->size()).contains(static_cast<QMouseEvent *>(event)->position().toPoint());
+        const bool press = event->type() == QEvent::MouseButtonPress;
+        // A press elsewhere closes the popover. Qt sometimes drops that press once the pointer is
+        // held, so a release elsewhere closes it too, unless it ends a drag that began inside.
+        if (!inside && (press || !m_pressedInside)) {
+            close();
+            return true;
+        }
+        m_pressedInside = press && inside;
+        break;
+    }
+    default:
+        break;
+    }
+    return Popover::eventFilter(watched, event);
 }
 
 void PopoverWindow::placeNear(std::optional<QPoint> anchor)

@@ -34,6 +34,9 @@ public:
     // Null until the popover has been opened once.
     QQuickView *view() const { return m_view.get(); }
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     void createView();
     void placeNear(std::optional<QPoint> anchor);
@@ -41,4 +44,8 @@ private:
     RoyaltiesStore &m_store;
     std::unique_ptr<QQuickView> m_view;
     QElapsedTimer m_sinceClosed;
+    // On X11 the open popover holds the pointer, as a menu does, so that a click anywhere else
+    // reaches it and closes it (and a click on the item does not reach the panel to open it again).
+    bool m_holdsPointer = false;
+    bool m_pressedInside = false;
 };
