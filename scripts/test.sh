@@ -1,11 +1,14 @@
 #!/usr/bin/env bash
 # Installs what the tests need, builds Inkwarden with AddressSanitizer and UndefinedBehaviorSanitizer,
-# runs a short fuzzing smoke run and then every test through CTest.
+# runs a short fuzzing smoke run and then every test through CTest (among them a release build of the
+# Debian packages, which the package and update-flow tests check).
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 source scripts/lib/packages.sh
 
-inkwarden_ensure_packages "${INKWARDEN_BUILD_PACKAGES[@]}" "${INKWARDEN_TEST_PACKAGES[@]}"
+# The package tests build the Debian packages too, so packaging's tools are needed as well.
+inkwarden_ensure_packages "${INKWARDEN_BUILD_PACKAGES[@]}" "${INKWARDEN_TEST_PACKAGES[@]}" \
+    "${INKWARDEN_PACKAGE_PACKAGES[@]}"
 
 cmake --preset asan
 cmake --build --preset asan

@@ -101,6 +101,27 @@ else
     echo "SKIP: apt has no package lists to look the dependencies up in"
 fi
 
+# What `apt install ./Inkwarden-<version>.deb` does on a Debian with nothing installed yet, as apt
+# plans it (simulated, from an empty package status): it resolves, and brings a Secret Service, the
+# QML modules and the icon font.
+if [[ "$(apt-cache policy libc6 2>/dev/null)" == *"Candidate: "[0-9]* ]]; then
+    : > "$work/empty-status"
+    if apt-get install --simulate -o Dir::State::status="$work/empty-status" -o Debug::NoLocking=1 \
+        "$(cd "$(dirname "$app_deb")" && pwd)/$(basename "$app_deb")" > "$work/fresh-install.log" 2>&1; then
+        planned=$(awk '$1 == "Inst" { print $2 }' "$work/fresh-install.log")
+        missing=()
+        for name in inkwarden gnome-keyring dbus-user-session qml6-module-qtquick-controls \
+            fonts-material-design-icons-iconfont libqt6keychain1 xdg-utils; do
+            printf '%s\n' "$planned" | grep -qxF "$name" || missing+=("$name")
+        done
+        [ "${#missing[@]}" -eq 0 ] && pass "apt installs it on an empty Debian with $(printf '%s\n' "$planned" | wc -l) packages" \
+            || fail "a fresh install would not bring ${missing[*]}"
+    else
+        fail "apt cannot install the package on an empty Debian:"
+        tail -n 20 "$work/fresh-install.log"
+    fi
+fi
+
 [ "$(field "$devserver_deb" Package)" = inkwarden-devserver ] && pass "second package inkwarden-devserver" \
     || fail "devserver package name: $(field "$devserver_deb" Package)"
 [ "$(field "$devserver_deb" Version)" = "$version" ] || fail "devserver version: $(field "$devserver_deb" Version)"
