@@ -110,12 +110,12 @@ if [[ "$(apt-cache policy libc6 2>/dev/null)" == *"Candidate: "[0-9]* ]]; then
         "$(cd "$(dirname "$app_deb")" && pwd)/$(basename "$app_deb")" > "$work/fresh-install.log" 2>&1; then
         planned=$(awk '$1 == "Inst" { print $2 }' "$work/fresh-install.log")
         missing=()
-        for name in inkwarden gnome-keyring dbus-user-session qml6-module-qtquick-controls \
+        for name in inkwarden gnome-keyring qml6-module-qtquick-controls qml6-module-qtquick-layouts \
             fonts-material-design-icons-iconfont libqt6keychain1 xdg-utils; do
             printf '%s\n' "$planned" | grep -qxF "$name" || missing+=("$name")
         done
         [ "${#missing[@]}" -eq 0 ] && pass "apt installs it on an empty Debian with $(printf '%s\n' "$planned" | wc -l) packages" \
-            || fail "a fresh install would not bring ${missing[*]}"
+            || { fail "a fresh install would not bring ${missing[*]}; apt planned:"; echo $planned; }
     else
         fail "apt cannot install the package on an empty Debian:"
         tail -n 20 "$work/fresh-install.log"
