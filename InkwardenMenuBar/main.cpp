@@ -1,5 +1,6 @@
 #include "platform/AppInfo.h"
 #include "platform/SingleInstance.h"
+#include "platform/TerminationSignals.h"
 #include "shell/InkwardenApplication.h"
 
 #include <QApplication>
@@ -8,23 +9,66 @@
 #include <QStandardPaths>
 #include <QTextStream>
 
-int main(int argc, char *argv[])
-{
-    QApplication app(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("inkwarden"));
-    QApplication::setOrganizationName(QStringLiteral("inkwarden"));
-    QApplication::setApplicationDisplayName(QStringLiteral("Inkwarden"));
-    QApplication::setDesktopFileName(QStringLiteral("com.inkwarden.menubar"));
-    QApplication::setApplicationVersion(AppInfo::compiledIn().version.value_or(QStringLiteral("Unknown")));
-    // Inkwarden lives in the panel: closing the popover is not quitting.
-    QApplication::setQuitOnLastWindowClosed(false);
+#include <cstring>
 
-    QCommandLineParser parser;
+namespace {
+
+void nameApplication()
+{
+    QCoreApplication::setApplicationName(QStringLiteral("inkwarden"));
+    QCoreApplication::setOrganizationName(QStringLiteral("inkwarden"));
+    QCoreApplication::setApplicationVersion(AppInfo::compiledIn().version.value_or(QStringLiteral("Unknown")));
+}
+
+void describeOptions(QCommandLineParser &parser)
+{
     parser.setApplicationDescription(QStringLiteral("Your book royalties at a glance, in the panel."));
     parser.addHelpOption();
     parser.addVersionOption();
     parser.addPositionalArgument(QStringLiteral("url"),
                                  QStringLiteral("An inkwarden:// address to open, such as the browser's sign-in."));
+}
+
+// --help and --version only print text, and a terminal without a desktop (or a package check) must
+// get it: they are answered before anything opens a display.
+bool onlyAsksForText(int argc, char *argv[])
+{
+    for (int i = 1; i < argc; ++i) {
+        for (const char *option : {"-h", "-?", "--help", "-v", "--version"}) {
+            if (std::strcmp(argv[i], option) == 0) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    if (onlyAsksForText(argc, argv)) {
+        QCoreApplication core(argc, argv);
+        nameApplication();
+        QCommandLineParser parser;
+        describeOptions(parser);
+        parser.process(core); // prints and exits
+        return 0;
+    }
+
+    QApplication app(argc, argv);
+    // Logging out, or `kill`, ends Inkwarden the way its Quit item does; a signal that comes while it
+    // is still starting is acted on once the event loop runs.
+    TerminationSignals terminationSignals;
+    QObject::connect(&terminationSignals, &TerminationSignals::terminationRequested, &app, &QApplication::quit);
+    nameApplication();
+    QApplication::setApplicationDisplayName(QStringLiteral("Inkwarden"));
+    QApplication::setDesktopFileName(QStringLiteral("com.inkwarden.menubar"));
+    // Inkwarden lives in the panel: closing the popover is not quitting.
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    QCommandLineParser parser;
+    describeOptions(parser);
     parser.process(app);
     const QStringList urls = parser.positionalArguments();
 

@@ -1,12 +1,15 @@
 #!/usr/bin/env bash
 # Installs what the tests need, builds Inkwarden with AddressSanitizer and UndefinedBehaviorSanitizer,
-# runs a short fuzzing smoke run and then every test through CTest.
+# runs a short fuzzing smoke run and then every test through CTest (among them a release build of the
+# Debian packages, which the package and update-flow tests check).
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 source scripts/lib/packages.sh
 
+# The panel test runs Inkwarden on a real panel under Xvfb, and the package tests build the
+# Debian packages: their tools are needed as well.
 inkwarden_ensure_packages "${INKWARDEN_BUILD_PACKAGES[@]}" "${INKWARDEN_TEST_PACKAGES[@]}" \
-    "${INKWARDEN_PANEL_PACKAGES[@]}"
+    "${INKWARDEN_PANEL_PACKAGES[@]}" "${INKWARDEN_PACKAGE_PACKAGES[@]}"
 
 cmake --preset asan
 cmake --build --preset asan

@@ -18,6 +18,13 @@ INKWARDEN_RUN_PACKAGES=(
     gnome-keyring xdg-utils desktop-file-utils libglib2.0-bin curl
 )
 
+# What making the Debian packages takes besides the build: dpkg-shlibdeps (dpkg-dev) and file, with
+# which CPack finds the libraries the programs need, and the validators for the desktop entry and
+# the metainfo that the package tests also run.
+INKWARDEN_PACKAGE_PACKAGES=(
+    dpkg-dev file appstream desktop-file-utils
+)
+
 INKWARDEN_TEST_PACKAGES=(
     gnome-keyring
     dbus-daemon dbus-bin python3-dbusmock
