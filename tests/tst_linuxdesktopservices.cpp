@@ -5,6 +5,7 @@
 #include "platform/LinuxDesktopServices.h"
 #include "support/Await.h"
 #include "support/ScopedEnvironment.h"
+#include "support/TestFiles.h"
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
@@ -20,20 +21,6 @@
 #include <memory>
 
 namespace {
-
-constexpr QFile::Permissions Executable = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner | QFile::ReadGroup
-                                          | QFile::ExeGroup | QFile::ReadOther | QFile::ExeOther;
-
-bool writeFile(const QString &path, const QByteArray &contents, QFile::Permissions permissions = {})
-{
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(contents) != contents.size()) {
-        return false;
-    }
-    file.close();
-    return permissions == QFile::Permissions() || file.setPermissions(permissions);
-}
 
 QString readFile(const QString &path)
 {
@@ -144,7 +131,8 @@ void TestLinuxDesktopServices::initTestCase()
 
     // The default application for installer packages writes down what it was given.
     const QString recorder = root + QStringLiteral("/bin/record-opened");
-    QVERIFY(writeFile(recorder, "#!/bin/sh\nprintf '%s\\n' \"$@\" > \"$INKWARDEN_TEST_OPENED_LOG\"\n", Executable));
+    QVERIFY(writeFile(recorder, "#!/bin/sh\nprintf '%s\\n' \"$@\" > \"$INKWARDEN_TEST_OPENED_LOG\"\n",
+                      executablePermissions));
     QVERIFY(writeFile(root + QStringLiteral("/data/applications/inkwarden-test-installer.desktop"),
                       "[Desktop Entry]\nType=Application\nName=Test installer\nExec=" + QFile::encodeName(recorder)
                           + " %f\nMimeType=application/vnd.debian.binary-package;\n"));
@@ -176,7 +164,7 @@ void TestLinuxDesktopServices::init()
                       "crash) kill -SEGV $$ ;;\n"
                       "exit-*) exit \"${INKWARDEN_TEST_OPENER_MODE#exit-}\" ;;\n"
                       "esac\n",
-                      Executable));
+                      executablePermissions));
 }
 
 void TestLinuxDesktopServices::cleanup()

@@ -3,6 +3,7 @@
 // desktop-file parser (`gio launch`), the one GNOME's session uses.
 #include "platform/XdgAutostart.h"
 #include "support/ScopedEnvironment.h"
+#include "support/TestFiles.h"
 
 #include <QDir>
 #include <QFile>
@@ -17,20 +18,6 @@
 using Status = LoginItemService::Status;
 
 namespace {
-
-bool writeFile(const QString &path, const QByteArray &contents, QFile::Permissions permissions = {})
-{
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(contents) != contents.size()) {
-        return false;
-    }
-    file.close();
-    return permissions == QFile::Permissions() || file.setPermissions(permissions);
-}
-
-constexpr QFile::Permissions Executable = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner | QFile::ReadGroup
-                                          | QFile::ExeGroup | QFile::ReadOther | QFile::ExeOther;
 
 // A stand-in for Inkwarden that notes where it was started from.
 QByteArray fakeProgram()
@@ -116,7 +103,7 @@ void TestXdgAutostart::init()
     QVERIFY(m_scratch->isValid());
     m_config = m_scratch->filePath(QStringLiteral("config"));
     m_program = m_scratch->filePath(QStringLiteral("bin/inkwarden"));
-    QVERIFY(writeFile(m_program, fakeProgram(), Executable));
+    QVERIFY(writeFile(m_program, fakeProgram(), executablePermissions));
 }
 
 void TestXdgAutostart::cleanup()
@@ -202,7 +189,7 @@ void TestXdgAutostart::unusualProgramPathIsQuotedForExec()
     // Every character the Desktop Entry rules reserve in Exec, and the field-code '%'.
     const QString folder = m_scratch->filePath(QStringLiteral("Apps & more; $HOME \"q\" 'a' `b` (x) back\\slash"));
     const QString program = folder + QStringLiteral("/inkwarden");
-    QVERIFY(writeFile(program, fakeProgram(), Executable));
+    QVERIFY(writeFile(program, fakeProgram(), executablePermissions));
 
     XdgAutostart autostart(m_config, program);
     QCOMPARE(failureText(autostart.registerItem()), QString());
@@ -233,7 +220,7 @@ void TestXdgAutostart::percentSignInProgramPathIsDoubled()
     // '%' starts a field code, so Exec holds it doubled. (GLib checks the program before undoing the
     // doubling and skips such an entry; KDE's session starts it.)
     const QString program = m_scratch->filePath(QStringLiteral("50% done/inkwarden"));
-    QVERIFY(writeFile(program, fakeProgram(), Executable));
+    QVERIFY(writeFile(program, fakeProgram(), executablePermissions));
     XdgAutostart autostart(m_config, program);
     QCOMPARE(failureText(autostart.registerItem()), QString());
     QCOMPARE(validate(entryPath()), QString());

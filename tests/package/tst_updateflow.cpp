@@ -13,6 +13,7 @@
 #include "store/Preferences.h"
 #include "store/RoyaltiesStore.h"
 #include "support/TestDoubles.h"
+#include "support/TestFiles.h"
 #include "support/VirtualClock.h"
 
 #include <QDBusConnection>
@@ -39,17 +40,6 @@ QByteArray readAll(const QString &path)
 {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-bool writeFile(const QString &path, const QByteArray &contents, QFile::Permissions permissions = {})
-{
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(contents) != contents.size()) {
-        return false;
-    }
-    file.close();
-    return permissions == QFile::Permissions() || file.setPermissions(permissions);
 }
 
 // The next version after `version`: its last number one higher ("0.1.0" gives "0.1.1").
