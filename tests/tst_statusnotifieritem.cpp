@@ -6,6 +6,7 @@
 #include "platform/StatusItemSelector.h"
 #include "platform/StatusNotifierItem.h"
 #include "platform/TrayIconStatusItem.h"
+#include "support/ScopedEnvironment.h"
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
@@ -453,36 +454,49 @@ private Q_SLOTS:
         QTRY_VERIFY(registeredWithWatcher().isEmpty());
     }
 
-    void gnomeGetsTheTitleDrawnIntoTheIcon_data()
+    void theLabelIsTheDefaultOnEveryDesktop_data()
     {
         QTest::addColumn<int>("mode");
         QTest::addColumn<QString>("desktop");
         QTest::addColumn<QString>("override");
         QTest::addColumn<bool>("drawn");
         const int automatic = int(StatusNotifierItem::TitleImage::Auto);
-        QTest::newRow("GNOME") << automatic << QStringLiteral("GNOME") << QString() << true;
-        QTest::newRow("ubuntu:GNOME") << automatic << QStringLiteral("ubuntu:GNOME") << QString() << true;
-        QTest::newRow("gnome in lower case") << automatic << QStringLiteral("gnome") << QString() << true;
-        QTest::newRow("GNOME-Flashback is not GNOME")
-            << automatic << QStringLiteral("GNOME-Flashback") << QString() << false;
+        QTest::newRow("GNOME") << automatic << QStringLiteral("GNOME") << QString() << false;
+        QTest::newRow("ubuntu:GNOME") << automatic << QStringLiteral("ubuntu:GNOME") << QString() << false;
         QTest::newRow("KDE") << automatic << QStringLiteral("KDE") << QString() << false;
         QTest::newRow("XFCE") << automatic << QStringLiteral("XFCE") << QString() << false;
         QTest::newRow("unset") << automatic << QString() << QString() << false;
         QTest::newRow("GNOME, turned off") << automatic << QStringLiteral("GNOME") << QStringLiteral("0") << false;
         QTest::newRow("KDE, turned on") << automatic << QStringLiteral("KDE") << QStringLiteral("1") << true;
+        QTest::newRow("GNOME, turned on") << automatic << QStringLiteral("GNOME") << QStringLiteral("1") << true;
         QTest::newRow("always") << int(StatusNotifierItem::TitleImage::Always) << QStringLiteral("KDE")
                                 << QStringLiteral("0") << true;
         QTest::newRow("never") << int(StatusNotifierItem::TitleImage::Never) << QStringLiteral("GNOME")
                                << QStringLiteral("1") << false;
     }
 
-    void gnomeGetsTheTitleDrawnIntoTheIcon()
+    void theLabelIsTheDefaultOnEveryDesktop()
     {
         QFETCH(int, mode);
         QFETCH(QString, desktop);
         QFETCH(QString, override);
         QFETCH(bool, drawn);
-        QCOMPARE(StatusNotifierItem::wantsTitleImage(StatusNotifierItem::TitleImage(mode), desktop, override), drawn);
+        const ScopedEnvironment currentDesktop("XDG_CURRENT_DESKTOP", desktop);
+        const ScopedEnvironment titleImage("INKWARDEN_STATUS_TITLE_IMAGE",
+                                           override.isEmpty() ? std::nullopt : std::optional(override));
+        auto item = makeItem(StatusNotifierItem::TitleImage(mode));
+        QTRY_VERIFY_WITH_TIMEOUT(item->isRegistered(), 10000);
+        QCOMPARE(item->drawsTitleImage(), drawn);
+        item->setTitle(figure(QStringLiteral("1,235")));
+        if (drawn) {
+            QVERIFY(QFileInfo(item->iconName()).isAbsolute());
+            QCOMPARE(itemProperty(*item, QStringLiteral("XAyatanaLabel")), quoted(QString()));
+        } else {
+            // The square icon by name and the figure as text: what the AppIndicator extension shows.
+            QCOMPARE(itemProperty(*item, QStringLiteral("IconName")), quoted(QStringLiteral("inkwarden-status")));
+            QCOMPARE(itemProperty(*item, QStringLiteral("XAyatanaLabel")), quoted(QStringLiteral("· $1,235")));
+            QCOMPARE(itemProperty(*item, QStringLiteral("XAyatanaLabelGuide")), quoted(QStringLiteral("· $8,888")));
+        }
     }
 
     void aDrawnTitleIsAWidePngNamedByIconName()

@@ -38,14 +38,6 @@ QString nextServiceName()
     return QStringLiteral("org.kde.StatusNotifierItem-%1-%2").arg(QCoreApplication::applicationPid()).arg(++counter);
 }
 
-bool isGnome(const QString &currentDesktop)
-{
-    const QStringList desktops = currentDesktop.split(QLatin1Char(':'), Qt::SkipEmptyParts);
-    return std::any_of(desktops.cbegin(), desktops.cend(), [](const QString &desktop) {
-        return desktop.compare(QLatin1String("GNOME"), Qt::CaseInsensitive) == 0;
-    });
-}
-
 // "· $1,234.56" as "· $8,888.88": wide enough for the figure's digits to change without the host
 // resizing the item.
 QString guideFor(const QString &label)
@@ -81,8 +73,7 @@ StatusNotifierItem::StatusNotifierItem(Options options, QObject *parent)
 {
     registerStatusNotifierTypes();
     const QString currentDesktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP");
-    m_drawsTitleImage =
-        wantsTitleImage(m_options.titleImage, currentDesktop, qEnvironmentVariable("INKWARDEN_STATUS_TITLE_IMAGE"));
+    m_drawsTitleImage = wantsTitleImage(m_options.titleImage, qEnvironmentVariable("INKWARDEN_STATUS_TITLE_IMAGE"));
     m_color = m_options.color.value_or(StatusIcon::panelColor(currentDesktop));
     m_toolTip.title = defaultToolTipTitle();
 
@@ -122,7 +113,7 @@ StatusNotifierItem::~StatusNotifierItem()
     }
 }
 
-bool StatusNotifierItem::wantsTitleImage(TitleImage mode, const QString &currentDesktop, const QString &override)
+bool StatusNotifierItem::wantsTitleImage(TitleImage mode, const QString &override)
 {
     switch (mode) {
     case TitleImage::Never:
@@ -132,13 +123,9 @@ bool StatusNotifierItem::wantsTitleImage(TitleImage mode, const QString &current
     case TitleImage::Auto:
         break;
     }
-    if (override == QLatin1String("1")) {
-        return true;
-    }
-    if (override == QLatin1String("0")) {
-        return false;
-    }
-    return isGnome(currentDesktop);
+    // No host is known to show a wide image by path: GNOME's AppIndicator extension 46 shows a
+    // placeholder for it, and every host that reads XAyatanaLabel draws the figure itself.
+    return override == QLatin1String("1");
 }
 
 void StatusNotifierItem::setTitle(const MenuBarTitle &title)

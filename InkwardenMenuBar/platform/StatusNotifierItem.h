@@ -18,17 +18,18 @@
 // (re)appears.
 //
 // The icon is given both as IconPixmap and, for hosts that read only the name, as IconName with
-// IconThemePath pointing at a PNG that the item writes. The title goes into XAyatanaLabel. Hosts that
-// keep a wide icon and draw no styled text (GNOME's AppIndicator extension) get the icon and the
-// title's three runs drawn into one PNG whose absolute path is the IconName; the label is then empty
-// so that the figure does not show twice.
+// IconThemePath pointing at a PNG that the item writes. The title goes into XAyatanaLabel with a
+// XAyatanaLabelGuide, which GNOME's AppIndicator extension, MATE, Budgie and XFCE's indicator plugin
+// draw next to the icon. On request (INKWARDEN_STATUS_TITLE_IMAGE=1) the icon and the title's three
+// runs are drawn into one PNG whose absolute path is the IconName instead, for a host that shows a
+// wide image but no text; the label is then empty so that the figure does not show twice.
 class StatusNotifierItem : public StatusItem
 {
     Q_OBJECT
 
 public:
     enum class TitleImage {
-        // On where XDG_CURRENT_DESKTOP names GNOME, unless INKWARDEN_STATUS_TITLE_IMAGE is 0 or 1.
+        // Only where INKWARDEN_STATUS_TITLE_IMAGE is 1: no host is known to need it.
         Auto,
         Never,
         Always,
@@ -60,9 +61,9 @@ public:
     static QString status() { return QStringLiteral("Active"); }
     static QString defaultToolTipTitle() { return QStringLiteral("Inkwarden Royalties"); }
 
-    // Whether the title is drawn into the icon, for `mode`, the entries of XDG_CURRENT_DESKTOP and
-    // the value of INKWARDEN_STATUS_TITLE_IMAGE (empty when unset).
-    static bool wantsTitleImage(TitleImage mode, const QString &currentDesktop, const QString &override);
+    // Whether the title is drawn into the icon, for `mode` and the value of
+    // INKWARDEN_STATUS_TITLE_IMAGE (empty when unset).
+    static bool wantsTitleImage(TitleImage mode, const QString &override);
 
     const QString &serviceName() const { return m_serviceName; }
     // True while the watcher has accepted the item.
