@@ -11,6 +11,7 @@
 #include <QQuickItem>
 #include <QQuickView>
 #include <QScreen>
+#include <QTimer>
 
 // The views live in a static QML module linked into the app.
 Q_IMPORT_QML_PLUGIN(Inkwarden_UiPlugin)
@@ -26,6 +27,10 @@ bool onWayland()
 {
     return QGuiApplication::platformName().startsWith(u"wayland");
 }
+
+// How often and how long the popover tries to take the pointer while another client holds it.
+constexpr int pointerRetryMilliseconds = 50;
+constexpr int pointerTries = 40;
 
 } // namespace
 
@@ -61,6 +66,7 @@ void PopoverWindow::createView()
         if (!visible) {
             m_sinceClosed.start();
             m_holdsPointer = false;
+            m_pointerTriesLeft = 0;
             m_pressedInside = false;
         }
     });
@@ -112,8 +118,9 @@ bool PopoverWindow::eventFilter(QObject *watched, QEvent *event)
     switch (event->type()) {
     case QEvent::Expose:
         // The pointer can be held only once the window is on the screen.
-        if (!m_holdsPointer && m_view->isExposed()) {
-            m_holdsPointer = m_view->setMouseGrabEnabled(true);
+        if (!m_holdsPointer && m_pointerTriesLeft == 0 && m_view->isExposed()) {
+            m_pointerTriesLeft = pointerTries;
+            holdPointer();
         }
         break;
     case QEvent::MouseButtonPress:
@@ -134,6 +141,18 @@ bool PopoverWindow::eventFilter(QObject *watched, QEvent *event)
         break;
     }
     return Popover::eventFilter(watched, event);
+}
+
+void PopoverWindow::holdPointer()
+{
+    if (!isShown() || m_holdsPointer || m_pointerTriesLeft <= 0) {
+        return;
+    }
+    --m_pointerTriesLeft;
+    m_holdsPointer = m_view->setMouseGrabEnabled(true);
+    if (!m_holdsPointer) {
+        QTimer::singleShot(pointerRetryMilliseconds, this, &PopoverWindow::holdPointer);
+    }
 }
 
 void PopoverWindow::placeNear(std::optional<QPoint> anchor)
