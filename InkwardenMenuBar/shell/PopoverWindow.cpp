@@ -28,9 +28,9 @@ bool onWayland()
     return QGuiApplication::platformName().startsWith(u"wayland");
 }
 
-// How often and how long the popover tries to take the pointer while another client holds it.
-constexpr int pointerRetryMilliseconds = 50;
-constexpr int pointerTries = 40;
+// How often and for how long the shown popover takes the pointer and the focus again.
+constexpr int holdAgainMilliseconds = 100;
+constexpr int holdTimes = 15;
 
 } // namespace
 
@@ -66,7 +66,7 @@ void PopoverWindow::createView()
         if (!visible) {
             m_sinceClosed.start();
             m_holdsPointer = false;
-            m_pointerTriesLeft = 0;
+            m_holdTimesLeft = 0;
             m_pressedInside = false;
         }
     });
@@ -118,8 +118,9 @@ bool PopoverWindow::eventFilter(QObject *watched, QEvent *event)
     switch (event->type()) {
     case QEvent::Expose:
         // The pointer can be held only once the window is on the screen.
-        if (!m_holdsPointer && m_pointerTriesLeft == 0 && m_view->isExposed()) {
-            m_pointerTriesLeft = pointerTries;
+        if (!m_holdsPointer && m_view->isExposed()) {
+            m_holdsPointer = true;
+            m_holdTimesLeft = holdTimes;
             holdPointer();
         }
         break;
@@ -145,14 +146,19 @@ bool PopoverWindow::eventFilter(QObject *watched, QEvent *event)
 
 void PopoverWindow::holdPointer()
 {
-    if (!isShown() || m_holdsPointer || m_pointerTriesLeft <= 0) {
+    if (!isShown() || m_holdTimesLeft <= 0) {
         return;
     }
-    --m_pointerTriesLeft;
-    m_holdsPointer = m_view->setMouseGrabEnabled(true);
-    if (!m_holdsPointer) {
-        QTimer::singleShot(pointerRetryMilliseconds, this, &PopoverWindow::holdPointer);
+    --m_holdTimesLeft;
+    // The host's menu may still hold the pointer as the popover shows (GNOME Shell's does when
+    // the popover opens from its "Open Inkwarden"), and hands the focus back to where it was as it
+    // closes. Qt reports the grab as taken even then, so the pointer and the focus are taken again
+    // for a moment; taking them again while holding them changes nothing.
+    m_view->setMouseGrabEnabled(true);
+    if (!m_view->isActive()) {
+        m_view->requestActivate();
     }
+    QTimer::singleShot(holdAgainMilliseconds, this, &PopoverWindow::holdPointer);
 }
 
 void PopoverWindow::placeNear(std::optional<QPoint> anchor)

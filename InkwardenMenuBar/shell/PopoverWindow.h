@@ -48,8 +48,7 @@ private:
     // On X11 the open popover holds the pointer, as a menu does, so that a click anywhere else
     // reaches it and closes it (and a click on the item does not reach the panel to open it again).
     bool m_holdsPointer = false;
-    // Tries left to take the pointer: another client may hold it for a moment (GNOME Shell's menu
-    // still does as the popover opens from its "Open Inkwarden").
-    int m_pointerTriesLeft = 0;
+    // Times left to take the pointer and the focus again after the popover showed.
+    int m_holdTimesLeft = 0;
     bool m_pressedInside = false;
 };
