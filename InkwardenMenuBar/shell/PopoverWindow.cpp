@@ -54,7 +54,9 @@ PopoverWindow::~PopoverWindow() = default;
 void PopoverWindow::createView()
 {
     m_view = std::make_unique<QQuickView>();
-    m_view->setFlags(Qt::FramelessWindowHint | (onX11() ? Qt::Popup : Qt::Tool));
+    // On X11 the popover sets the keyboard focus itself, as a menu does: a window manager ignores
+    // requests to activate a window it does not manage (GNOME Shell does).
+    m_view->setFlags(Qt::FramelessWindowHint | (onX11() ? Qt::Popup | Qt::X11BypassWindowManagerHint : Qt::Tool));
     m_view->setTitle(QStringLiteral("Inkwarden"));
     m_view->setResizeMode(QQuickView::SizeRootObjectToView);
     m_view->setMinimumSize(QSize(width, height));
