@@ -199,7 +199,8 @@ headless_wait_for_item() {
 
 headless_sign_in() {
     local app=$1 verifier state challenge callback
-    for _ in $(seq 200); do grep -q '^pendingAuthVerifier=' "$HEADLESS_SETTINGS" && break; sleep 0.05; done
+    # Generous: on a loaded machine a sanitized Inkwarden may be busy loading its popover first.
+    for _ in $(seq 600); do grep -q '^pendingAuthVerifier=' "$HEADLESS_SETTINGS" && break; sleep 0.05; done
     verifier=$(sed -n 's/^pendingAuthVerifier=//p' "$HEADLESS_SETTINGS")
     state=$(sed -n 's/^pendingAuthState=//p' "$HEADLESS_SETTINGS")
     [ -n "$verifier" ] && [ -n "$state" ] || { cat "$HEADLESS_APP_LOG" >&2; headless_die "Inkwarden started no sign-in"; }

@@ -95,7 +95,7 @@ label=$(item_label || true)
 # Where the item is: what changed in the right half of the top bar (the clock in the middle moves
 # on by itself). "X W" of the box, or nothing.
 item_box() {
-    local left=$((width / 2 + 120)) box w h x y
+    local left=$((width / 2 + 120)) box w x
     box=$(convert "$before" "$1" -crop "$((width - left))x${bar}+${left}+0" +repage \
         -compose difference -composite -threshold 25% -trim -format '%w %h %X %Y' info: 2>/dev/null) || return 0
     read -r w _ x _ <<<"$box"
