@@ -171,7 +171,13 @@ headless_register_scheme() {
 }
 
 headless_start_app() {
-    local app=$1
+    local app=$1 version
+    # "seen" stands for the version of whichever Inkwarden is started: the popover opens only when
+    # asked to, not as on the first launch of a new version.
+    if grep -q '^lastPresentedAppVersion=seen$' "$HEADLESS_SETTINGS" 2>/dev/null; then
+        version=$("$app" --version | awk '{ print $NF }')
+        sed -i "s/^lastPresentedAppVersion=seen$/lastPresentedAppVersion=$version/" "$HEADLESS_SETTINGS"
+    fi
     HEADLESS_APP_LOG="$HEADLESS_SCRATCH/inkwarden.log"
     "$app" >>"$HEADLESS_APP_LOG" 2>&1 &
     HEADLESS_APP_PID=$!
