@@ -1,6 +1,7 @@
 #include "PopoverWindow.h"
 
 #include "platform/PopoverPlacement.h"
+#include "platform/ResidentCode.h"
 #include "store/RoyaltiesStore.h"
 
 #include <QCursor>
@@ -139,8 +140,9 @@ void PopoverWindow::releaseView()
     QObject::disconnect(m_view.get(), nullptr, this, nullptr);
     m_view.reset();
     // The engine's and the scene graph's memory goes back to the allocator in many small pieces;
-    // only a trim hands the freed pages back to the system.
+    // only a trim hands the freed pages back to the system. The code Qt Quick ran goes back too.
     malloc_trim(0);
+    ResidentCode::release();
     Q_EMIT viewReleased();
 }
 
