@@ -13,9 +13,10 @@ INKWARDEN_BUILD_PACKAGES=(
 )
 
 # What running Inkwarden on a desktop needs besides what it is built from: the keyring, the
-# scheme-handler tools and an opener for the installer.
+# scheme-handler tools, an opener for the installer, and Qt's Wayland plugin (a Wayland-only session
+# has no X server to fall back to).
 INKWARDEN_RUN_PACKAGES=(
-    gnome-keyring xdg-utils desktop-file-utils libglib2.0-bin curl
+    gnome-keyring xdg-utils desktop-file-utils libglib2.0-bin curl qt6-wayland
 )
 
 # What making the Debian packages takes besides the build: dpkg-shlibdeps (dpkg-dev) and file, with
