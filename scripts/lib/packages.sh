@@ -43,6 +43,15 @@ INKWARDEN_PANEL_PACKAGES=(
     xdotool x11-utils openssl curl
 )
 
+# A Wayland-only session to look at Inkwarden in, unseen (tests/shell/wayland-session-with-waybar.sh,
+# tests/shell/waybar-status-module.sh): a headless wlroots compositor and waybar, Qt's Wayland
+# plugin, screenshots and key presses for Wayland, a font and OCR to read the bar back, and the
+# tools that run the session as an unprivileged user (sway refuses root).
+INKWARDEN_WAYLAND_PACKAGES=(
+    sway waybar grim wtype qt6-wayland fonts-dejavu-core tesseract-ocr tesseract-ocr-eng imagemagick
+    dbus-daemon dbus-bin gnome-keyring libglib2.0-bin python3 openssl curl passwd util-linux
+)
+
 inkwarden_missing_packages() {
     local package
     for package in "$@"; do
