@@ -21,6 +21,10 @@
 #   wayland_start_app BIN           Inkwarden on Wayland, in the background (WAYLAND_APP_PID)
 #   wayland_sign_in BIN             plays the browser: authorizes and hands the callback over
 #   wayland_wait_for_figures        until the account is known and the statistics were asked for
+#   wayland_start_keyboard          a keyboard on the seat, as a desktop has one
+#   wayland_key KEY                 presses and releases KEY (an XKB key name, e.g. Escape)
+#   wayland_click X Y               a click of sway's own pointer at X Y (the compositor acts on
+#                                   it, clients see no pointer: the seat has no pointer device)
 #   wayland_screenshot FILE         the whole output, with grim
 #   wayland_popover_windows         sway's nodes titled "Inkwarden", as JSON, one a line
 
@@ -388,6 +392,29 @@ wayland_wait_for_figures() {
     done
     cat "$WAYLAND_SETTINGS" "$WAYLAND_APP_LOG" >&2
     headless_die "no figures arrived"
+}
+
+# The headless seat has no input devices. Each wtype brings a virtual keyboard of its own and takes
+# it away when it ends; were it the seat's only keyboard, Qt would lose the keyboard, and with it the
+# active window, on every key. A real desktop keeps its keyboard: a wtype that only waits plays it.
+wayland_start_keyboard() {
+    wayland_spawn "$WAYLAND_SCRATCH/keyboard.log" wtype -s 86400000
+    for _ in $(seq 100); do
+        wayland_as_user swaymsg -r -t get_inputs 2>/dev/null | grep -q '"type": "keyboard"' && return 0
+        sleep 0.05
+    done
+    cat "$WAYLAND_SCRATCH/keyboard.log" >&2
+    headless_die "no keyboard came to the seat"
+}
+
+wayland_key() {
+    wayland_as_user wtype -k "$1"
+}
+
+wayland_click() {
+    wayland_as_user swaymsg -q "seat - cursor set $1 $2" &&
+        wayland_as_user swaymsg -q "seat - cursor press button1" &&
+        wayland_as_user swaymsg -q "seat - cursor release button1"
 }
 
 wayland_screenshot() {

@@ -6,7 +6,7 @@
 #   1. Inkwarden starts on the Wayland platform, with no X server to fall back to.
 #   2. Its item registers with waybar's watcher and waybar draws it in the tray.
 #   3. Activate opens the popover as a floating window of 360 x 560 that has the keyboard; a second
-#      Activate closes it; Escape closes it; a click on the item in the bar opens it.
+#      Activate closes it; Escape closes it (other keys do not); a click elsewhere closes it.
 #   4. "Quit Inkwarden" from the item's menu ends the process with status 0.
 #
 # Usage: wayland-session-with-waybar.sh INKWARDEN DEVSERVER DESKTOP_ENTRY
@@ -40,6 +40,7 @@ app=$(wayland_readable "$app")
 wayland_start_compositor "${width}x${height}"
 wayland_start_bus
 wayland_start_keyring
+wayland_start_keyboard
 wayland_start_bar
 # No newer version announced: its prompt would take the first Escape.
 wayland_start_devserver "$devserver" --latest-app-version ""
@@ -47,6 +48,16 @@ wayland_mark_version_seen "$app"
 wayland_register_scheme "$app" "$entry"
 
 keep_shot() { [ -n "$shots" ] && cp "$1" "$shots/" || true; }
+
+# Stays shown for the given seconds.
+stays_shown() {
+    local until=$(($(date +%s) + $1))
+    while [ "$(date +%s)" -lt "$until" ]; do
+        [ -n "$(wayland_popover_windows)" ] || return 1
+        sleep 0.05
+    done
+    return 0
+}
 
 # The first sway window titled "Inkwarden", as JSON, or nothing.
 popover_window() { wayland_popover_windows | head -n 1; }
@@ -150,10 +161,21 @@ pass "a second Activate closed the popover"
 sleep 0.5
 wayland_activate "$item_x" "$item_y"
 expect_popover "Activate after a close"
-# wtype adds a keyboard of its own to the seat: the pause lets Inkwarden take it before the key.
-wayland_as_user wtype -s 300 -k Escape
+# Other keys leave it open; Escape closes it.
+wayland_key Shift_L
+wayland_key a
+stays_shown 2 || fail "keys other than Escape closed the popover"
+wayland_key Escape
 wayland_wait_popover 0 "$settle" || fail "Escape did not close the popover"
-pass "Escape closed the popover"
+pass "Escape closed the popover (Shift and a did not)"
+
+# A click elsewhere (on the empty desktop) takes the focus from it, which closes it.
+sleep 0.5
+wayland_activate "$item_x" "$item_y"
+expect_popover "Activate after Escape"
+wayland_click 200 600
+wayland_wait_popover 0 "$settle" || fail "a click on the desktop did not close the popover"
+pass "a click on the desktop closed the popover"
 
 # --- 4. Quit from the item's menu.
 quit_from_menu
