@@ -1,6 +1,7 @@
 #include "platform/MenuBarTitle.h"
 #include "platform/StatusItem.h"
 #include "shell/AppDelegate.h"
+#include "shell/PanelStatusBuilder.h"
 #include "shell/Popover.h"
 #include "store/SettingsKeys.h"
 #include "support/StoreFixture.h"
@@ -76,6 +77,11 @@ private Q_SLOTS:
     void clickThatClosedThePopoverDoesNotReopenIt();
     void openingCatchesUpAMissedRefreshAndPromptsForUpdate();
     void menuEntriesDoWhatTheySay();
+    void panelStatusBeforeSignInSaysSignedOut();
+    void panelStatusGoesFromLoadingToOkWithTheFigure();
+    void panelStatusKeepsTheFigureAndCarriesTheErrorAfterAFailure();
+    void panelStatusWithoutTheNetworkIsOffline();
+    void refreshedTextNamesTheTimeAndTheDateWhenNotToday();
 
 private:
     AppDelegate &makeDelegate(bool connected = true);
@@ -275,6 +281,95 @@ void TestAppDelegate::menuEntriesDoWhatTheySay()
     QCOMPARE(quit.size(), 1);
     Q_EMIT m_popover.quitRequested();
     QCOMPARE(quit.size(), 2);
+}
+
+void TestAppDelegate::panelStatusBeforeSignInSaysSignedOut()
+{
+    AppDelegate &delegate = makeDelegate(false);
+    QSignalSpy changes(&delegate, &AppDelegate::panelStatusChanged);
+    delegate.applicationDidFinishLaunching();
+    QVERIFY(changes.size() >= 1);
+    const PanelStatus &status = delegate.panelStatus();
+    QCOMPARE(status.state, PanelState::signedOut);
+    QCOMPARE(status.title, QStringLiteral(u"\u25C9 \u2014"));
+    QCOMPARE(status.toolTip(), QStringLiteral("Inkwarden Royalties\nNot signed in"));
+    QCOMPARE(m_item.toolTip, std::make_pair(status.toolTipTitle, status.toolTipBody));
+}
+
+void TestAppDelegate::panelStatusGoesFromLoadingToOkWithTheFigure()
+{
+    AppDelegate &delegate = makeDelegate();
+    QSignalSpy changes(&delegate, &AppDelegate::panelStatusChanged);
+    delegate.applicationDidFinishLaunching();
+    QCOMPARE(delegate.panelStatus().state, PanelState::loading);
+    QVERIFY(delegate.panelStatus().toolTipBody.endsWith(QStringLiteral(u"Refreshing now\u2026")));
+    QVERIFY(m_fixture->waitUntilIdle());
+    m_fixture->clock.advance(3s);
+    QVERIFY(m_fixture->waitUntilIdle());
+
+    const PanelStatus &status = delegate.panelStatus();
+    QCOMPARE(status.state, PanelState::ok);
+    // The status names exactly what the item shows.
+    QCOMPARE(status.title, m_item.titles.last().text());
+    QVERIFY(status.title.startsWith(QStringLiteral(u"\u00B7 $")));
+    const QDateTime refreshed = m_fixture->store().lastUpdated().value();
+    QCOMPARE(status.toolTipBody,
+             m_item.titles.last().figure() + QStringLiteral(u" \u00B7 ")
+                 + PanelStatusBuilder::refreshedText(refreshed, m_fixture->clock.now(), QLocale::system()));
+    QVERIFY(status.toolTipBody.contains(QStringLiteral("Refreshed at ")));
+    QCOMPARE(qvariant_cast<PanelStatus>(changes.last().at(0)), status);
+
+    // Time passing alone changes nothing: the tool tip names the time, not the age.
+    const qsizetype before = changes.size();
+    m_fixture->clock.advance(10min);
+    QCOMPARE(changes.size(), before);
+}
+
+void TestAppDelegate::panelStatusKeepsTheFigureAndCarriesTheErrorAfterAFailure()
+{
+    AppDelegate &delegate = makeDelegate();
+    delegate.applicationDidFinishLaunching();
+    QVERIFY(m_fixture->waitUntilIdle());
+    m_fixture->clock.advance(3s);
+    QVERIFY(m_fixture->waitUntilIdle());
+    const QString good = delegate.panelStatus().title;
+
+    Fault fault;
+    fault.status = 502;
+    m_fixture->server->faults().set(Route::Stats, fault);
+    m_fixture->clock.advance(5s);
+    m_fixture->store().refresh();
+    QVERIFY(m_fixture->waitUntilIdle());
+    const PanelStatus &status = delegate.panelStatus();
+    QCOMPARE(status.state, PanelState::error);
+    QCOMPARE(status.title, good);
+    QVERIFY(status.toolTipBody.endsWith(u'\n' + m_fixture->store().errorMessage().value()));
+}
+
+void TestAppDelegate::panelStatusWithoutTheNetworkIsOffline()
+{
+    AppDelegate &delegate = makeDelegate();
+    delegate.applicationDidFinishLaunching();
+    QVERIFY(m_fixture->waitUntilIdle());
+    m_fixture->reachability.report(false);
+    QCOMPARE(delegate.panelStatus().state, PanelState::offline);
+    QVERIFY(delegate.panelStatus().toolTipBody.endsWith(QStringLiteral(u"\nWaiting for internet\u2026")));
+    m_fixture->reachability.report(true);
+    QVERIFY(delegate.panelStatus().state != PanelState::offline);
+}
+
+void TestAppDelegate::refreshedTextNamesTheTimeAndTheDateWhenNotToday()
+{
+    const QLocale english(QLocale::English, QLocale::UnitedStates);
+    const QDateTime refreshed(QDate(2026, 11, 23), QTime(9, 5), Qt::LocalTime);
+    QCOMPARE(PanelStatusBuilder::refreshedText(refreshed, refreshed.addSecs(3600), english),
+             QStringLiteral("Refreshed at ") + english.toString(QTime(9, 5), QLocale::ShortFormat));
+    QVERIFY(PanelStatusBuilder::refreshedText(refreshed, refreshed.addSecs(3600), english)
+                .contains(QStringLiteral("9:05")));
+    const QString yesterday = PanelStatusBuilder::refreshedText(refreshed, refreshed.addDays(1), english);
+    QCOMPARE(yesterday, QStringLiteral("Refreshed ") + english.toString(refreshed, QLocale::ShortFormat));
+    QVERIFY(yesterday.contains(QStringLiteral("11/23/26")));
+    QCOMPARE(PanelStatusBuilder::refreshedText(std::nullopt, refreshed, english), QStringLiteral("Not refreshed yet"));
 }
 
 QTEST_MAIN(TestAppDelegate)

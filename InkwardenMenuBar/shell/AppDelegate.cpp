@@ -1,9 +1,9 @@
 #include "AppDelegate.h"
 
+#include "PanelStatusBuilder.h"
 #include "Popover.h"
 #include "platform/AppInfo.h"
 #include "platform/Clock.h"
-#include "platform/MenuBarTitle.h"
 #include "platform/StatusItem.h"
 #include "store/Preferences.h"
 #include "store/RoyaltiesStore.h"
@@ -36,27 +36,38 @@ AppDelegate::~AppDelegate() = default;
 void AppDelegate::applicationDidFinishLaunching()
 {
     applyMenuBarTitle();
-    updateToolTip();
+    updatePanelStatus();
     // Every assignment of the title re-renders the item, as the store publishes each refresh's outcome.
     QObject::connect(&m_store, &RoyaltiesStore::menuBarTitleChanged, this, [this] {
         applyMenuBarTitle();
-        updateToolTip();
+        updatePanelStatus();
     });
-    QObject::connect(&m_store, &RoyaltiesStore::lastUpdatedChanged, this, &AppDelegate::updateToolTip);
+    // The tool tip and the state also follow what happens between two titles.
+    for (auto changed :
+         {&RoyaltiesStore::lastUpdatedChanged, &RoyaltiesStore::isLoadingChanged, &RoyaltiesStore::isConnectedChanged,
+          &RoyaltiesStore::errorMessageChanged, &RoyaltiesStore::isNetworkAvailableChanged}) {
+        QObject::connect(&m_store, changed, this, &AppDelegate::updatePanelStatus);
+    }
     m_store.start();
     presentPopoverForNewVersionIfNeeded();
 }
 
 void AppDelegate::applyMenuBarTitle()
 {
-    m_statusItem.setTitle(MenuBarTitle{m_store.menuBarTitle(), m_store.menuBarMoneyParts()});
+    m_shownTitle = MenuBarTitle{m_store.menuBarTitle(), m_store.menuBarMoneyParts()};
+    m_statusItem.setTitle(m_shownTitle);
 }
 
-void AppDelegate::updateToolTip()
+void AppDelegate::updatePanelStatus()
 {
-    const MenuBarTitle title{m_store.menuBarTitle(), m_store.menuBarMoneyParts()};
-    m_statusItem.setToolTip(QStringLiteral("Inkwarden Royalties"),
-                            title.figure() + QStringLiteral(u" \u00B7 ") + m_store.lastUpdatedText(m_clock.now()));
+    const PanelStatus status = PanelStatusBuilder::build(m_store, m_shownTitle, m_clock.now());
+    if (m_hasPanelStatus && status == m_panelStatus) {
+        return;
+    }
+    m_hasPanelStatus = true;
+    m_panelStatus = status;
+    m_statusItem.setToolTip(status.toolTipTitle, status.toolTipBody);
+    Q_EMIT panelStatusChanged(m_panelStatus);
 }
 
 void AppDelegate::togglePopover(std::optional<QPoint> anchor)

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "platform/MenuBarTitle.h"
+#include "platform/PanelStatus.h"
+
 #include <QObject>
 #include <QPoint>
 #include <QStringList>
@@ -37,12 +40,16 @@ public:
     void togglePopover(std::optional<QPoint> anchor);
     void showPopover(std::optional<QPoint> anchor = std::nullopt);
 
+    // What the item shows and says, for bars that read it instead (the status interface).
+    const PanelStatus &panelStatus() const { return m_panelStatus; }
+
 Q_SIGNALS:
     void quitRequested();
+    void panelStatusChanged(const PanelStatus &status);
 
 private:
     void applyMenuBarTitle();
-    void updateToolTip();
+    void updatePanelStatus();
     void presentPopoverForNewVersionIfNeeded();
 
     RoyaltiesStore &m_store;
@@ -51,5 +58,8 @@ private:
     Preferences &m_preferences;
     Clock &m_clock;
     std::optional<QString> m_version;
+    MenuBarTitle m_shownTitle;
+    PanelStatus m_panelStatus;
+    bool m_hasPanelStatus = false;
     std::unique_ptr<ClockTimer> m_newVersionTimer;
 };

@@ -6,6 +6,7 @@
 #include "platform/LinuxDesktopServices.h"
 #include "platform/QtNetworkReachability.h"
 #include "platform/StatusItemSelector.h"
+#include "platform/StatusService.h"
 #include "platform/SystemClock.h"
 #include "platform/XdgAutostart.h"
 #include "service/KeychainStore.h"
@@ -29,12 +30,15 @@ struct InkwardenApplication::Parts {
     StatusItemSelector statusItem;
     PopoverWindow popover{store};
     AppDelegate delegate{store, statusItem, popover, preferences, clock, appInfo};
+    // On the bus name that this process owns, for bars and `inkwarden --status`.
+    StatusService status;
 };
 
 InkwardenApplication::InkwardenApplication()
     : m_parts(std::make_unique<Parts>())
 {
     QObject::connect(&m_parts->delegate, &AppDelegate::quitRequested, this, &InkwardenApplication::quitRequested);
+    QObject::connect(&m_parts->delegate, &AppDelegate::panelStatusChanged, &m_parts->status, &StatusService::setStatus);
 }
 
 InkwardenApplication::~InkwardenApplication() = default;

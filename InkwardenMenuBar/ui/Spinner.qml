@@ -5,7 +5,9 @@ Item {
     id: spinner
     property real size: 14
     property color color: Theme.secondaryText
-    property bool running: visible
+    // Only while someone can see it: a turning mark in a hidden popover would wake Inkwarden sixty
+    // times a second for nothing.
+    property bool running: visible && Window.visibility !== Window.Hidden
 
     implicitWidth: size
     implicitHeight: size
@@ -17,7 +19,9 @@ Item {
         symbol: "progress.spinner"
         size: spinner.size
         color: spinner.color
-        RotationAnimator on rotation {
+        // A plain animation, not an animator: an animator is stopped only by the next frame, and a
+        // hidden window draws none, so it would tick on for as long as the popover stays closed.
+        NumberAnimation on rotation {
             from: 0
             to: 360
             duration: 900

@@ -35,10 +35,11 @@ INKWARDEN_TEST_PACKAGES=(
 )
 
 # A real panel to look at the status item in, unseen (tests/statusitem/show-in-xfce-panel.sh,
-# scripts/run-headless.sh, scripts/bench-shell.sh): the X server and panel, a session bus of its
-# own, the keyring, screenshots, and the tools that find and time the popover window.
+# scripts/run-headless.sh, scripts/bench-shell.sh): the X server and panel with its Generic Monitor,
+# a session bus of its own, the keyring, screenshots and OCR to read them, and the tools that find
+# and time the popover window.
 INKWARDEN_PANEL_PACKAGES=(
-    xvfb xauth xfce4-panel imagemagick
+    xvfb xauth xfce4-panel xfce4-genmon-plugin imagemagick tesseract-ocr tesseract-ocr-eng
     dbus-daemon dbus-bin gnome-keyring libglib2.0-bin
     xdotool x11-utils openssl curl
 )

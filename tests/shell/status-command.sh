@@ -1,0 +1,112 @@
+#!/usr/bin/env bash
+# `inkwarden --status` against the real Inkwarden, on a private session bus with a keyring of its own
+# and the development server, without a display:
+#
+#   1. With no Inkwarden running, --status says so on standard error and exits 3; a follower
+#      started then waits and shows nothing.
+#   2. Once Inkwarden runs, --status prints its title ("◉ —" before sign-in, state signedOut) and
+#      the follower prints it as waybar JSON.
+#   3. After a browser sign-in the figure arrives: --status prints exactly the item's label, and the
+#      follower prints the figure with the state ok, on its own (no polling: it asked once).
+#   4. Asking for the status sends nothing to the server.
+#   5. When Inkwarden quits, the follower shows nothing again and keeps waiting.
+#
+# Usage: status-command.sh INKWARDEN DEVSERVER
+set -euo pipefail
+app=$1
+devserver=$2
+here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
+# shellcheck source=../../scripts/lib/headless.sh
+source "$here/../../scripts/lib/headless.sh"
+
+fail() {
+    headless_log "FAIL: $*"
+    [ -n "${HEADLESS_APP_LOG:-}" ] && [ -s "$HEADLESS_APP_LOG" ] && { headless_log "--- inkwarden log"; cat "$HEADLESS_APP_LOG" >&2; }
+    [ -s "${follow_log:-}" ] && { headless_log "--- follower output"; cat "$follow_log" >&2; }
+    exit 1
+}
+pass() { headless_log "ok: $*"; }
+
+headless_begin
+export QT_QPA_PLATFORM=offscreen
+headless_start_bus
+headless_start_keyring
+headless_start_devserver "$devserver"
+
+# Waits until the follower has printed a line matching the pattern (grep -E).
+follower_says() {
+    for _ in $(seq 300); do
+        grep -qE "$1" "$follow_log" && return 0
+        sleep 0.05
+    done
+    return 1
+}
+requests_seen() { curl -s "$HEADLESS_SERVER/__admin/requests" | grep -o '"path"' | wc -l; }
+item_label() {
+    gdbus call --session --dest "$(headless_item_service)" --object-path /StatusNotifierItem \
+        --method org.freedesktop.DBus.Properties.Get org.kde.StatusNotifierItem XAyatanaLabel \
+        | sed -n "s/^(<'\(.*\)'>,)$/\1/p"
+}
+
+# --- 1. Nothing running.
+status=0
+errors=$("$app" --status 2>&1 >/dev/null) || status=$?
+[ "$status" = 3 ] || fail "--status without Inkwarden exited with $status, expected 3"
+[ "$errors" = "Inkwarden is not running." ] || fail "--status without Inkwarden said '$errors'"
+pass "--status without Inkwarden: exit 3, 'Inkwarden is not running.'"
+
+follow_log="$HEADLESS_SCRATCH/follow.log"
+"$app" --status --follow --format waybar >"$follow_log" 2>"$HEADLESS_SCRATCH/follow.err" &
+follower=$!
+HEADLESS_PIDS+=("$follower")
+follower_says '"class":"notRunning"' || fail "the follower printed nothing while Inkwarden was not running"
+grep -q '"text":""' "$follow_log" || fail "the follower shows text while Inkwarden is not running"
+pass "the follower waits and shows nothing"
+
+# --- 2. Inkwarden runs, not signed in.
+headless_start_app "$app"
+follower_says '"class":"signedOut"' || fail "the follower did not see Inkwarden start"
+grep '"class":"signedOut"' "$follow_log" | grep -q '"text":"◉ —"' || fail "the signed-out line has no '◉ —'"
+title=$("$app" --status) || fail "--status failed with Inkwarden running"
+[ "$title" = "◉ —" ] || fail "--status printed '$title' before sign-in, expected '◉ —'"
+pass "before sign-in: --status prints '◉ —', the follower says signedOut"
+
+# --- 3. Signed in: the figure.
+headless_sign_in "$app"
+headless_wait_for_figures
+follower_says '"class":"ok"' || fail "the follower did not follow the sign-in"
+for _ in $(seq 100); do
+    label=$(item_label)
+    case "$label" in "· "*) break ;; esac
+    sleep 0.05
+done
+case "$label" in "· "*) ;; *) fail "the item's label is '$label', not a figure" ;; esac
+title=$("$app" --status)
+[ "$title" = "$label" ] || fail "--status printed '$title', the item shows '$label'"
+grep '"class":"ok"' "$follow_log" | tail -n 1 | grep -qF "\"text\":\"$label\"" \
+    || fail "the follower's last ok line does not show '$label'"
+pass "after sign-in: --status prints '$title', as the item shows it, and so does the follower"
+json=$("$app" --status --format waybar)
+case "$json" in *'"tooltip":"Inkwarden Royalties\n'*) ;; *) fail "the waybar line has no tool tip: $json" ;; esac
+genmon=$("$app" --status --format genmon)
+case "$genmon" in "<txt>$label</txt><tool>Inkwarden Royalties&#10;"*"</tool><txtclick>'$app'</txtclick>") ;;
+    *) fail "the genmon line is '$genmon'" ;; esac
+pass "the waybar and genmon formats carry the tool tip (and genmon's click opens Inkwarden)"
+
+# --- 4. No requests.
+before=$(requests_seen)
+for _ in 1 2 3 4 5; do "$app" --status >/dev/null; done
+sleep 1
+after=$(requests_seen)
+[ "$before" = "$after" ] || fail "asking for the status sent $((after - before)) requests to the server"
+pass "five --status calls sent no request to the server ($before requests before and after)"
+
+# --- 5. Inkwarden quits.
+lines_before=$(grep -c notRunning "$follow_log")
+kill -TERM "$HEADLESS_APP_PID"
+wait "$HEADLESS_APP_PID" || fail "Inkwarden did not quit cleanly on SIGTERM"
+for _ in $(seq 200); do [ "$(grep -c notRunning "$follow_log")" -gt "$lines_before" ] && break; sleep 0.05; done
+[ "$(tail -n 1 "$follow_log" | grep -c '"class":"notRunning"')" = 1 ] || fail "the follower still shows Inkwarden after it quit"
+kill -0 "$follower" || fail "the follower ended with Inkwarden"
+pass "after Inkwarden quit the follower shows nothing and keeps waiting"
+headless_log "PASS"
