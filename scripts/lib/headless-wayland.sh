@@ -150,6 +150,7 @@ wayland_setenv() {
 # else a copy in the scratch folder.
 wayland_readable() {
     local path=$1
+    path=$(readlink -f "$path")
     if wayland_as_user test -r "$path"; then
         printf '%s\n' "$path"
         return 0
@@ -166,12 +167,10 @@ wayland_readable() {
 # Every process started from this session: they all carry its runtime folder in their environment
 # (the bus's activations and the keyring's daemon too, which no PID of ours names).
 wayland_session_pids() {
-    local environ pid
-    for environ in /proc/[0-9]*/environ; do
-        pid=${environ#/proc/}
-        pid=${pid%/environ}
+    local pid
+    for pid in $(pgrep -u "$WAYLAND_USER" 2>/dev/null || true); do
         [ "$pid" = "$$" ] && continue
-        { tr '\0' '\n' <"$environ"; } 2>/dev/null | grep -qxF "XDG_RUNTIME_DIR=$WAYLAND_RUNTIME" && echo "$pid"
+        { tr '\0' '\n' <"/proc/$pid/environ"; } 2>/dev/null | grep -qxF "XDG_RUNTIME_DIR=$WAYLAND_RUNTIME" && echo "$pid"
     done
     return 0
 }

@@ -50,7 +50,7 @@ INKWARDEN_PANEL_PACKAGES=(
 # tools that run the session as an unprivileged user (sway refuses root).
 INKWARDEN_WAYLAND_PACKAGES=(
     sway waybar grim wtype qt6-wayland fonts-dejavu-core tesseract-ocr tesseract-ocr-eng imagemagick
-    dbus-daemon dbus-bin gnome-keyring libglib2.0-bin python3 openssl curl passwd util-linux
+    dbus-daemon dbus-bin gnome-keyring libglib2.0-bin python3 openssl curl passwd util-linux procps
 )
 
 inkwarden_missing_packages() {
