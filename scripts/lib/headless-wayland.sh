@@ -23,8 +23,9 @@
 #   wayland_wait_for_figures        until the account is known and the statistics were asked for
 #   wayland_start_keyboard          a keyboard on the seat, as a desktop has one
 #   wayland_key KEY                 presses and releases KEY (an XKB key name, e.g. Escape)
-#   wayland_click X Y               a click of sway's own pointer at X Y (the compositor acts on
-#                                   it, clients see no pointer: the seat has no pointer device)
+#   wayland_start_pointer           a pointer on the seat (scripts/lib/wayland-pointer.py)
+#   wayland_pointer COMMAND...      move X Y, click|press|release left|right|middle; waits until
+#                                   the compositor has handled it
 #   wayland_screenshot FILE         the whole output, with grim
 #   wayland_popover_windows         sway's nodes titled "Inkwarden", as JSON, one a line
 
@@ -196,6 +197,7 @@ wayland_cleanup() {
 
 wayland_start_compositor() {
     local size=${1:-1280x800} log="$WAYLAND_SCRATCH/sway.log"
+    WAYLAND_SIZE=$size
     # Only what a test needs: one output of a known size, no Xwayland (Wayland only, no DISPLAY), no
     # bar or wallpaper of sway's own; borders, titles and floating rules stay sway's defaults.
     printf 'xwayland disable\noutput * mode %s\n' "$size" >"$WAYLAND_SCRATCH/sway.conf"
@@ -410,10 +412,38 @@ wayland_key() {
     wayland_as_user wtype -k "$1"
 }
 
-wayland_click() {
-    wayland_as_user swaymsg -q "seat - cursor set $1 $2" &&
-        wayland_as_user swaymsg -q "seat - cursor press button1" &&
-        wayland_as_user swaymsg -q "seat - cursor release button1"
+# The seat has no pointer either: a virtual one that clients see as a mouse, fed through a pipe
+# that this shell keeps open.
+wayland_start_pointer() {
+    local fifo="$WAYLAND_SCRATCH/pointer" script
+    script=$(wayland_readable "$here_wayland/wayland-pointer.py")
+    mkfifo -m 600 "$fifo"
+    wayland_own "$fifo"
+    exec {WAYLAND_POINTER_FD}<>"$fifo"
+    WAYLAND_POINTER_LOG="$WAYLAND_SCRATCH/pointer.log"
+    : >"$WAYLAND_POINTER_LOG"
+    local WAYLAND_COMMAND
+    wayland_command env "POINTER_EXTENT=$WAYLAND_SIZE" python3 "$script"
+    "${WAYLAND_COMMAND[@]}" <"$fifo" >>"$WAYLAND_POINTER_LOG" 2>&1 &
+    WAYLAND_PIDS+=($!)
+    for _ in $(seq 100); do
+        wayland_as_user swaymsg -r -t get_inputs 2>/dev/null | grep -q '"type": "pointer"' && return 0
+        sleep 0.05
+    done
+    cat "$WAYLAND_POINTER_LOG" >&2
+    headless_die "no pointer came to the seat"
+}
+
+wayland_pointer() {
+    local answered
+    answered=$(grep -c '^ok$' "$WAYLAND_POINTER_LOG" || true)
+    printf '%s\n' "$*" >&"$WAYLAND_POINTER_FD"
+    for _ in $(seq 200); do
+        [ "$(grep -c '^ok$' "$WAYLAND_POINTER_LOG" || true)" -gt "$answered" ] && return 0
+        sleep 0.025
+    done
+    cat "$WAYLAND_POINTER_LOG" >&2
+    headless_die "the pointer did not do: $*"
 }
 
 wayland_screenshot() {

@@ -7,7 +7,10 @@
 #   2. Its item registers with waybar's watcher and waybar draws it in the tray.
 #   3. Activate opens the popover as a floating window of 360 x 560 that has the keyboard; a second
 #      Activate closes it; Escape closes it (other keys do not); a click elsewhere closes it.
-#   4. "Quit Inkwarden" from the item's menu ends the process with status 0.
+#   4. With a pointer: a click on the icon opens the popover and a second one closes it; resting on
+#      the icon shows the tool tip with the figure; a right click shows the item's menu, whose
+#      "Open Inkwarden" opens the popover.
+#   5. "Quit Inkwarden" in that menu ends the process with status 0.
 #
 # Usage: wayland-session-with-waybar.sh INKWARDEN DEVSERVER DESKTOP_ENTRY
 set -euo pipefail
@@ -15,7 +18,7 @@ app=$1
 devserver=$2
 entry=$3
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
-for tool in sway waybar grim wtype swaymsg python3 convert gnome-keyring-daemon; do
+for tool in sway waybar grim wtype swaymsg python3 convert tesseract gnome-keyring-daemon; do
     command -v "$tool" >/dev/null || { echo "FAIL: $tool is missing: install the Wayland packages of scripts/lib/packages.sh"; exit 1; }
 done
 # shellcheck source=../../scripts/lib/headless-wayland.sh
@@ -29,6 +32,9 @@ fail() {
 }
 pass() { headless_log "ok: $*"; }
 
+# shellcheck source=../../scripts/lib/screen-text.sh
+source "$here/../../scripts/lib/screen-text.sh"
+
 # Seconds a window may take to come or go; generous for a loaded CI machine.
 settle=15
 width=1280
@@ -41,6 +47,7 @@ wayland_start_compositor "${width}x${height}"
 wayland_start_bus
 wayland_start_keyring
 wayland_start_keyboard
+wayland_start_pointer
 wayland_start_bar
 # No newer version announced: its prompt would take the first Escape.
 wayland_start_devserver "$devserver" --latest-app-version ""
@@ -48,6 +55,24 @@ wayland_mark_version_seen "$app"
 wayland_register_scheme "$app" "$entry"
 
 keep_shot() { [ -n "$shots" ] && cp "$1" "$shots/" || true; }
+
+# Stays hidden for the given seconds.
+stays_hidden() {
+    local until=$(($(date +%s) + $1))
+    while [ "$(date +%s)" -lt "$until" ]; do
+        [ -z "$(wayland_popover_windows)" ] || return 1
+        sleep 0.05
+    done
+    return 0
+}
+
+# Under the tray's right end: where waybar shows the item's tool tip and menu.
+tip_area="500x150+$((width - 500))+$WAYLAND_BAR_HEIGHT"
+menu_area="500x250+$((width - 500))+0"
+# "X Y" of a menu entry whose first word is WORD, read with OCR.
+menu_entry_point() {
+    screen_text_words "$1" "$menu_area" | awk -v word="$2" '$5 == word { print int($1 + $3 / 2), int($2 + $4 / 2); found = 1; exit } END { exit !found }'
+}
 
 # Stays shown for the given seconds.
 stays_shown() {
@@ -67,14 +92,6 @@ window_field() { python3 -c 'import json, sys; w = json.loads(sys.argv[1]); prin
 bar_change() {
     convert "$1" "$2" -crop "x${WAYLAND_BAR_HEIGHT}+0+0" +repage -compose difference -composite \
         -threshold 25% -trim -format '%w %h %X %Y' info: 2>/dev/null | tr -d '+' || true
-}
-
-quit_from_menu() {
-    wayland_bus_call --dest "$(wayland_item_service)" --object-path /MenuBar \
-        --method com.canonical.dbusmenu.Event 5 clicked '<"">' 0 >/dev/null
-    local status=0
-    wait "$WAYLAND_APP_PID" || status=$?
-    [ "$status" = 0 ] || fail "Inkwarden ended with status $status after Quit Inkwarden"
 }
 
 # --- 1. Inkwarden on Wayland only.
@@ -173,11 +190,76 @@ pass "Escape closed the popover (Shift and a did not)"
 sleep 0.5
 wayland_activate "$item_x" "$item_y"
 expect_popover "Activate after Escape"
-wayland_click 200 600
+wayland_pointer move 200 600
+wayland_pointer click left
 wayland_wait_popover 0 "$settle" || fail "a click on the desktop did not close the popover"
 pass "a click on the desktop closed the popover"
 
-# --- 4. Quit from the item's menu.
-quit_from_menu
-pass "Quit Inkwarden from the item's menu ended the process with status 0"
+# --- 4. With the pointer in waybar's tray.
+# A click on the icon: waybar calls Activate. A second click closes the popover, and it stays closed.
+sleep 0.5
+wayland_pointer move "$item_x" "$item_y"
+wayland_pointer click left
+expect_popover "a click on the icon in waybar's tray"
+wayland_pointer click left
+wayland_wait_popover 0 "$settle" || fail "a second click on the icon did not close the popover"
+stays_hidden 2 || fail "the click on the icon that closed the popover opened it again"
+pass "a second click on the icon closed the popover, and it stayed closed"
+
+# Resting on the icon shows the tool tip, with the figure.
+digits=$(tr -cd '0-9' <<<"$(wayland_item_property XAyatanaLabel)")
+[ -n "$digits" ] || fail "the item's label has no figure"
+wayland_pointer move "$((item_x - 2))" "$item_y"
+wayland_pointer move "$item_x" "$item_y"
+shot="$WAYLAND_SCRATCH/tool-tip.png"
+tip=""
+for _ in $(seq 20); do
+    sleep 0.5
+    wayland_screenshot "$shot"
+    # Light text on a dark tip: negated for OCR.
+    convert "$shot" -negate "$shot.negated.png"
+    tip=$(screen_text_find "$shot.negated.png" "$digits" "$tip_area") && break
+done
+keep_shot "$shot"
+[ -n "$tip" ] || { screen_text_words "$shot.negated.png" "$tip_area" >&2; fail "no tool tip with the figure $digits under the icon"; }
+pass "resting on the icon shows the tool tip with the figure ($(screen_text_words "$shot.negated.png" "$tip_area" | awk '{ printf "%s ", $5 }'))"
+
+# A right click opens the item's menu; its "Open Inkwarden" opens the popover.
+wayland_pointer click right
+shot="$WAYLAND_SCRATCH/menu.png"
+open_point=""
+for _ in $(seq 20); do
+    sleep 0.3
+    wayland_screenshot "$shot"
+    open_point=$(menu_entry_point "$shot" Open) && [ -n "$(menu_entry_point "$shot" Quit)" ] && break
+    open_point=""
+done
+keep_shot "$shot"
+[ -n "$open_point" ] || { screen_text_words "$shot" "$menu_area" >&2; fail "a right click on the icon showed no menu with Open and Quit"; }
+pass "a right click on the icon shows the item's menu: $(screen_text_words "$shot" "$menu_area" | awk '{ printf "%s ", $5 }')"
+read -r open_x open_y <<<"$open_point"
+wayland_pointer move "$open_x" "$open_y"
+wayland_pointer click left
+expect_popover "Open Inkwarden in the item's menu"
+wayland_key Escape
+wayland_wait_popover 0 "$settle" || fail "Escape did not close the popover"
+
+# --- 5. "Quit Inkwarden" in the item's menu ends Inkwarden with status 0.
+sleep 0.5
+wayland_pointer move "$item_x" "$item_y"
+wayland_pointer click right
+quit_point=""
+for _ in $(seq 20); do
+    sleep 0.3
+    wayland_screenshot "$shot"
+    quit_point=$(menu_entry_point "$shot" Quit) && break
+done
+[ -n "$quit_point" ] || fail "the second right click showed no menu"
+read -r quit_x quit_y <<<"$quit_point"
+wayland_pointer move "$quit_x" "$quit_y"
+wayland_pointer click left
+status=0
+wait "$WAYLAND_APP_PID" || status=$?
+[ "$status" = 0 ] || fail "Inkwarden ended with status $status after Quit Inkwarden"
+pass "Quit Inkwarden in the item's menu ended Inkwarden with status 0"
 pass "done"
