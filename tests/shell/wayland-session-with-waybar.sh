@@ -69,9 +69,24 @@ stays_hidden() {
 # Under the tray's right end: where waybar shows the item's tool tip and menu.
 tip_area="500x150+$((width - 500))+$WAYLAND_BAR_HEIGHT"
 menu_area="500x250+$((width - 500))+0"
-# "X Y" of a menu entry whose first word is WORD, read with OCR.
+# OCR of small text misreads now and then at one scale and not at the next: three tries each.
+# "X Y" of a menu entry whose first word is WORD.
 menu_entry_point() {
-    screen_text_words "$1" "$menu_area" | awk -v word="$2" '$5 == word { print int($1 + $3 / 2), int($2 + $4 / 2); found = 1; exit } END { exit !found }'
+    local scale
+    for scale in 4 3 5; do
+        SCREEN_TEXT_SCALE=$scale screen_text_words "$1" "$menu_area" |
+            awk -v word="$2" '$5 == word { print int($1 + $3 / 2), int($2 + $4 / 2); found = 1; exit } END { exit !found }' &&
+            return 0
+    done
+    return 1
+}
+# "X Y" of the figure with these digits in the image's tool tip area.
+tip_figure_point() {
+    local scale
+    for scale in 4 3 5; do
+        SCREEN_TEXT_SCALE=$scale screen_text_find "$1" "$2" "$tip_area" && return 0
+    done
+    return 1
 }
 
 # Stays shown for the given seconds.
@@ -218,11 +233,11 @@ for _ in $(seq 20); do
     wayland_screenshot "$shot"
     # Light text on a dark tip: negated for OCR.
     convert "$shot" -negate "$shot.negated.png"
-    tip=$(screen_text_find "$shot.negated.png" "$digits" "$tip_area") && break
+    tip=$(tip_figure_point "$shot.negated.png" "$digits") && break
 done
 keep_shot "$shot"
 [ -n "$tip" ] || { screen_text_words "$shot.negated.png" "$tip_area" >&2; fail "no tool tip with the figure $digits under the icon"; }
-pass "resting on the icon shows the tool tip with the figure ($(screen_text_words "$shot.negated.png" "$tip_area" | awk '{ printf "%s ", $5 }'))"
+pass "resting on the icon shows the tool tip with the figure $digits (read with OCR at $tip)"
 
 # A right click opens the item's menu; its "Open Inkwarden" opens the popover.
 wayland_pointer click right
