@@ -85,8 +85,8 @@ wayland_begin() {
     )
     # What the caller set for the programs: locale, time zone, sanitizers, Qt, Inkwarden's own.
     local name
-    for name in LANG LC_ALL TZ ASAN_OPTIONS UBSAN_OPTIONS QT_QUICK_BACKEND QT_LOGGING_RULES QT_DEBUG_PLUGINS \
-        $(compgen -e | grep '^INKWARDEN_' || true); do
+    for name in LANG LC_ALL TZ ASAN_OPTIONS UBSAN_OPTIONS \
+        $(compgen -e | grep -E '^(QT_|INKWARDEN_)' | grep -vx QT_QPA_PLATFORM || true); do
         [ -n "${!name+x}" ] && WAYLAND_ENV+=("$name=${!name}")
     done
     # LeakSanitizer reads its suppressions as the session's user.
