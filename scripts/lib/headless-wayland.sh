@@ -80,8 +80,8 @@ wayland_begin() {
         "XDG_RUNTIME_DIR=$WAYLAND_RUNTIME"
         "XDG_CURRENT_DESKTOP=sway" "XDG_SESSION_TYPE=wayland" "XDG_SESSION_DESKTOP=sway"
         "BROWSER=$WAYLAND_SCRATCH/bin/xdg-open"
-        # GTK (waybar) and Qt would start the accessibility bus, which outlives them.
-        "NO_AT_BRIDGE=1" "QT_LINUX_ACCESSIBILITY_ALWAYS_ON=0"
+        # Without it GTK (waybar) starts the accessibility bus on every start.
+        "NO_AT_BRIDGE=1"
     )
     # What the caller set for the programs: locale, time zone, sanitizers, Qt, Inkwarden's own.
     local name
@@ -205,22 +205,23 @@ wayland_start_compositor() {
     wayland_spawn "$log" env WLR_BACKENDS=headless WLR_RENDERER=pixman WLR_LIBINPUT_NO_DEVICES=1 WLR_HEADLESS_OUTPUTS=1 \
         sway --config "$WAYLAND_SCRATCH/sway.conf"
     WAYLAND_SWAY_PID=$WAYLAND_LAST_PID
-    local socket=""
+    local socket="" display=""
     for _ in $(seq 200); do
         socket=$(find "$WAYLAND_RUNTIME" -maxdepth 1 -name "sway-ipc.*.$WAYLAND_SWAY_PID.sock" -print -quit)
-        [ -n "$socket" ] && [ -S "$WAYLAND_RUNTIME/wayland-1" ] && break
+        display=$(find "$WAYLAND_RUNTIME" -maxdepth 1 -name 'wayland-*' -type s -printf '%f\n' | head -n 1)
+        [ -n "$socket" ] && [ -n "$display" ] && break
         kill -0 "$WAYLAND_SWAY_PID" 2>/dev/null || break
         sleep 0.05
     done
-    [ -n "$socket" ] || { cat "$log" >&2; headless_die "sway did not start"; }
-    local display
-    display=$(find "$WAYLAND_RUNTIME" -maxdepth 1 -name 'wayland-*' -type s -printf '%f\n' | head -n 1)
+    [ -n "$socket" ] && [ -n "$display" ] || { cat "$log" >&2; headless_die "sway did not start"; }
     wayland_setenv "WAYLAND_DISPLAY=$display"
     wayland_setenv "SWAYSOCK=$socket"
+    local ready=0
     for _ in $(seq 100); do
-        wayland_as_user swaymsg -t get_outputs 2>/dev/null | grep -q "\"width\": ${size%x*}," && break
+        wayland_as_user swaymsg -t get_outputs 2>/dev/null | grep -q "\"width\": ${size%x*}," && { ready=1; break; }
         sleep 0.05
     done
+    [ "$ready" = 1 ] || { cat "$log" >&2; headless_die "sway has no output of $size"; }
     headless_log "sway on $display ($size, log: $log)"
 }
 
