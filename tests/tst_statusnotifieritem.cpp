@@ -199,6 +199,14 @@ private:
         return items;
     }
 
+    // The watcher forgets `item` as a host that gave up on it does.
+    GdbusResult dropFromWatcher(const QString &item)
+    {
+        return call(StatusNotifierItem::watcherService(), QStringLiteral("/StatusNotifierWatcher"),
+                    StatusNotifierItem::watcherService() + QStringLiteral(".DropItem"),
+                    {QStringLiteral("'%1'").arg(item)});
+    }
+
     std::unique_ptr<QProcess> m_watcher;
     std::unique_ptr<QTemporaryDir> m_files;
 
@@ -432,6 +440,39 @@ private Q_SLOTS:
         QVERIFY(startWatcher());
         QTRY_VERIFY_WITH_TIMEOUT(item->isRegistered(), 10000);
         QCOMPARE(registered.size(), 2);
+        QCOMPARE(registeredWithWatcher(), QStringList{item->serviceName() + StatusNotifierItem::objectPath()});
+    }
+
+    void anItemTheWatcherDropsRegistersAgain()
+    {
+        auto item = makeRegisteredItem();
+        const QString registeredItem = item->serviceName() + StatusNotifierItem::objectPath();
+        QSignalSpy registered(item.get(), &StatusNotifierItem::registeredChanged);
+        QCOMPARE(dropFromWatcher(registeredItem).exitCode, 0);
+        QTRY_VERIFY(!item->isRegistered());
+        QVERIFY(registeredWithWatcher().isEmpty());
+        QTRY_VERIFY_WITH_TIMEOUT(item->isRegistered(), 10000);
+        QCOMPARE(registered.size(), 2);
+        QCOMPARE(registeredWithWatcher(), QStringList{registeredItem});
+    }
+
+    void anotherItemDroppedByTheWatcherLeavesThisOneAlone()
+    {
+        auto item = makeRegisteredItem();
+        QSignalSpy registered(item.get(), &StatusNotifierItem::registeredChanged);
+        // Another app's item, as the watcher knows it.
+        const QString otherService = QStringLiteral("org.kde.StatusNotifierItem-1-1");
+        QVERIFY(QDBusConnection::sessionBus().registerService(otherService));
+        QCOMPARE(call(StatusNotifierItem::watcherService(), QStringLiteral("/StatusNotifierWatcher"),
+                      StatusNotifierItem::watcherService() + QStringLiteral(".RegisterStatusNotifierItem"),
+                      {QStringLiteral("'%1'").arg(otherService)})
+                     .exitCode,
+                 0);
+        QCOMPARE(dropFromWatcher(otherService + StatusNotifierItem::objectPath()).exitCode, 0);
+        QTest::qWait(StatusNotifierItem::registerAgainMilliseconds + 500);
+        QVERIFY(QDBusConnection::sessionBus().unregisterService(otherService));
+        QVERIFY(item->isRegistered());
+        QVERIFY(registered.isEmpty());
         QCOMPARE(registeredWithWatcher(), QStringList{item->serviceName() + StatusNotifierItem::objectPath()});
     }
 

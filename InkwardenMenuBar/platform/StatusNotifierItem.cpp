@@ -16,6 +16,7 @@
 #include <QSaveFile>
 #include <QScreen>
 #include <QStandardPaths>
+#include <QTimer>
 
 #include <algorithm>
 #include <atomic>
@@ -97,9 +98,12 @@ StatusNotifierItem::StatusNotifierItem(Options options, QObject *parent)
                 if (newOwner.isEmpty()) {
                     setRegistered(false);
                 } else {
+                    m_registerAgainTimesLeft = registerAgainTimes;
                     registerWithWatcher();
                 }
             });
+    m_options.bus.connect(watcherService(), QStringLiteral("/StatusNotifierWatcher"), watcherService(),
+                          QStringLiteral("StatusNotifierItemUnregistered"), this, SLOT(watcherDroppedItem(QString)));
     registerWithWatcher();
 }
 
@@ -174,6 +178,35 @@ void StatusNotifierItem::registerWithWatcher()
             qCInfo(lcStatusItem) << "No StatusNotifierWatcher took the item:" << pending->error().message();
         }
         setRegistered(!pending->isError());
+    });
+}
+
+bool StatusNotifierItem::isThisItem(const QString &item) const
+{
+    const qsizetype pathStart = item.indexOf(QLatin1Char('/'));
+    QString service = pathStart < 0 ? item : item.left(pathStart);
+    const QString path = pathStart < 0 ? objectPath() : item.mid(pathStart);
+    if (service.endsWith(QLatin1Char('@'))) {
+        service.chop(1);
+    }
+    return path == objectPath() && (service == m_serviceName || service == m_options.bus.baseService());
+}
+
+void StatusNotifierItem::watcherDroppedItem(const QString &item)
+{
+    if (!isThisItem(item)) {
+        return;
+    }
+    setRegistered(false);
+    if (m_registerAgainTimesLeft <= 0) {
+        qCWarning(lcStatusItem) << "The StatusNotifierWatcher keeps dropping the item; not registering again";
+        return;
+    }
+    --m_registerAgainTimesLeft;
+    QTimer::singleShot(registerAgainMilliseconds, this, [this] {
+        if (!m_registered) {
+            registerWithWatcher();
+        }
     });
 }
 

@@ -15,7 +15,8 @@
 // Inkwarden's own org.kde.StatusNotifierItem on the session bus: a unique service name
 // "org.kde.StatusNotifierItem-<pid>-<n>" with the item at /StatusNotifierItem and its dbusmenu at
 // /MenuBar, registered with org.kde.StatusNotifierWatcher and registered again whenever a watcher
-// (re)appears.
+// (re)appears or drops the item while Inkwarden runs (GNOME's AppIndicator extension sometimes
+// gives up on an item as it sets it up).
 //
 // The icon is given both as IconPixmap and, for hosts that read only the name, as IconName with
 // IconThemePath pointing at a PNG that the item writes. The title goes into XAyatanaLabel with a
@@ -60,6 +61,9 @@ public:
     static QString itemTitle() { return QStringLiteral("Inkwarden"); }
     static QString status() { return QStringLiteral("Active"); }
     static QString defaultToolTipTitle() { return QStringLiteral("Inkwarden Royalties"); }
+    // How long after the watcher dropped the item it registers again, and how many times per watcher.
+    static constexpr int registerAgainMilliseconds = 1000;
+    static constexpr int registerAgainTimes = 5;
 
     // Whether the title is drawn into the icon, for `mode` and the value of
     // INKWARDEN_STATUS_TITLE_IMAGE (empty when unset).
@@ -91,7 +95,12 @@ Q_SIGNALS:
     void toolTipChanged();
     void labelChanged(const QString &label, const QString &guide);
 
+private Q_SLOTS:
+    void watcherDroppedItem(const QString &item);
+
 private:
+    // Whether `item`, as a watcher names items ("service", "service/path", ":1.2@/path"), is this one.
+    bool isThisItem(const QString &item) const;
     void registerWithWatcher();
     void setRegistered(bool registered);
     QString fileDirectory();
@@ -102,6 +111,7 @@ private:
     Options m_options;
     QString m_serviceName;
     bool m_registered = false;
+    int m_registerAgainTimesLeft = registerAgainTimes;
     bool m_drawsTitleImage = false;
     bool m_ownsFileDirectory = false;
     QColor m_color;

@@ -11,6 +11,7 @@
 #include <QQuickItem>
 #include <QQuickView>
 #include <QScreen>
+#include <QTimer>
 
 // The views live in a static QML module linked into the app.
 Q_IMPORT_QML_PLUGIN(Inkwarden_UiPlugin)
@@ -26,6 +27,10 @@ bool onWayland()
 {
     return QGuiApplication::platformName().startsWith(u"wayland");
 }
+
+// How often and for how long the shown popover takes the pointer and the focus again.
+constexpr int holdAgainMilliseconds = 100;
+constexpr int holdTimes = 15;
 
 } // namespace
 
@@ -49,7 +54,9 @@ PopoverWindow::~PopoverWindow() = default;
 void PopoverWindow::createView()
 {
     m_view = std::make_unique<QQuickView>();
-    m_view->setFlags(Qt::FramelessWindowHint | (onX11() ? Qt::Popup : Qt::Tool));
+    // On X11 the popover sets the keyboard focus itself, as a menu does: a window manager ignores
+    // requests to activate a window it does not manage (GNOME Shell does).
+    m_view->setFlags(Qt::FramelessWindowHint | (onX11() ? Qt::Popup | Qt::X11BypassWindowManagerHint : Qt::Tool));
     m_view->setTitle(QStringLiteral("Inkwarden"));
     m_view->setResizeMode(QQuickView::SizeRootObjectToView);
     m_view->setMinimumSize(QSize(width, height));
@@ -61,6 +68,7 @@ void PopoverWindow::createView()
         if (!visible) {
             m_sinceClosed.start();
             m_holdsPointer = false;
+            m_holdTimesLeft = 0;
             m_pressedInside = false;
         }
     });
@@ -113,7 +121,9 @@ bool PopoverWindow::eventFilter(QObject *watched, QEvent *event)
     case QEvent::Expose:
         // The pointer can be held only once the window is on the screen.
         if (!m_holdsPointer && m_view->isExposed()) {
-            m_holdsPointer = m_view->setMouseGrabEnabled(true);
+            m_holdsPointer = true;
+            m_holdTimesLeft = holdTimes;
+            holdPointer();
         }
         break;
     case QEvent::MouseButtonPress:
@@ -134,6 +144,23 @@ bool PopoverWindow::eventFilter(QObject *watched, QEvent *event)
         break;
     }
     return Popover::eventFilter(watched, event);
+}
+
+void PopoverWindow::holdPointer()
+{
+    if (!isShown() || m_holdTimesLeft <= 0) {
+        return;
+    }
+    --m_holdTimesLeft;
+    // The host's menu may still hold the pointer as the popover shows (GNOME Shell's does when
+    // the popover opens from its "Open Inkwarden"), and hands the focus back to where it was as it
+    // closes. Qt reports the grab as taken even then, so the pointer and the focus are taken again
+    // for a moment; taking them again while holding them changes nothing.
+    m_view->setMouseGrabEnabled(true);
+    if (!m_view->isActive()) {
+        m_view->requestActivate();
+    }
+    QTimer::singleShot(holdAgainMilliseconds, this, &PopoverWindow::holdPointer);
 }
 
 void PopoverWindow::placeNear(std::optional<QPoint> anchor)

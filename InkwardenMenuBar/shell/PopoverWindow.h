@@ -40,6 +40,7 @@ protected:
 private:
     void createView();
     void placeNear(std::optional<QPoint> anchor);
+    void holdPointer();
 
     RoyaltiesStore &m_store;
     std::unique_ptr<QQuickView> m_view;
@@ -47,5 +48,7 @@ private:
     // On X11 the open popover holds the pointer, as a menu does, so that a click anywhere else
     // reaches it and closes it (and a click on the item does not reach the panel to open it again).
     bool m_holdsPointer = false;
+    // Times left to take the pointer and the focus again after the popover showed.
+    int m_holdTimesLeft = 0;
     bool m_pressedInside = false;
 };

@@ -5,7 +5,7 @@
 # scripts/run-headless.sh and scripts/bench-shell.sh (bash, set -euo pipefail).
 #
 #   headless_begin                 scratch home and environment; cleans everything up on exit
-#   headless_start_display [WxH]   Xvfb on a free display number
+#   headless_start_display [WxH] [ARG…]  Xvfb on a free display number, with extra Xvfb arguments
 #   headless_start_bus             a private session bus
 #   headless_start_keyring         gnome-keyring's secrets, unlocked with an empty password
 #   headless_start_panel           xfce4-panel, until its StatusNotifierWatcher is on the bus
@@ -98,8 +98,9 @@ headless_cleanup() {
 
 headless_start_display() {
     local size=${1:-1280x800}
+    shift $(($# > 0 ? 1 : 0))
     : > "$HEADLESS_SCRATCH/display"
-    Xvfb -displayfd 5 -screen 0 "${size}x24" -nolisten tcp 5>"$HEADLESS_SCRATCH/display" \
+    Xvfb -displayfd 5 -screen 0 "${size}x24" -nolisten tcp "$@" 5>"$HEADLESS_SCRATCH/display" \
         >"$HEADLESS_SCRATCH/xvfb.log" 2>&1 &
     HEADLESS_PIDS+=($!)
     for _ in $(seq 200); do [ -s "$HEADLESS_SCRATCH/display" ] && break; sleep 0.05; done
@@ -170,7 +171,13 @@ headless_register_scheme() {
 }
 
 headless_start_app() {
-    local app=$1
+    local app=$1 version
+    # "seen" stands for the version of whichever Inkwarden is started: the popover opens only when
+    # asked to, not as on the first launch of a new version.
+    if grep -q '^lastPresentedAppVersion=seen$' "$HEADLESS_SETTINGS" 2>/dev/null; then
+        version=$("$app" --version | awk '{ print $NF }')
+        sed -i "s/^lastPresentedAppVersion=seen$/lastPresentedAppVersion=$version/" "$HEADLESS_SETTINGS"
+    fi
     HEADLESS_APP_LOG="$HEADLESS_SCRATCH/inkwarden.log"
     "$app" >>"$HEADLESS_APP_LOG" 2>&1 &
     HEADLESS_APP_PID=$!
@@ -198,7 +205,8 @@ headless_wait_for_item() {
 
 headless_sign_in() {
     local app=$1 verifier state challenge callback
-    for _ in $(seq 200); do grep -q '^pendingAuthVerifier=' "$HEADLESS_SETTINGS" && break; sleep 0.05; done
+    # Generous: on a loaded machine a sanitized Inkwarden may be busy loading its popover first.
+    for _ in $(seq 600); do grep -q '^pendingAuthVerifier=' "$HEADLESS_SETTINGS" && break; sleep 0.05; done
     verifier=$(sed -n 's/^pendingAuthVerifier=//p' "$HEADLESS_SETTINGS")
     state=$(sed -n 's/^pendingAuthState=//p' "$HEADLESS_SETTINGS")
     [ -n "$verifier" ] && [ -n "$state" ] || { cat "$HEADLESS_APP_LOG" >&2; headless_die "Inkwarden started no sign-in"; }

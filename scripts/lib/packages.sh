@@ -44,6 +44,16 @@ INKWARDEN_PANEL_PACKAGES=(
     xdotool x11-utils openssl curl
 )
 
+# GNOME Shell 43 with Debian's AppIndicator extension, unseen (tests/shell/figure-on-gnome-shell.sh):
+# the shell on Xvfb with Mesa's software GL, GSettings kept in dconf, logind played by
+# python3-dbusmock on a private system bus, and OCR to read the figure in the top bar.
+INKWARDEN_GNOME_PACKAGES=(
+    gnome-shell gnome-shell-extension-appindicator
+    xvfb xauth libgl1-mesa-dri dconf-gsettings-backend
+    dbus-daemon dbus-bin python3-dbusmock gnome-keyring libglib2.0-bin
+    imagemagick tesseract-ocr xdotool x11-utils openssl curl
+)
+
 # A Wayland-only session to look at Inkwarden in, unseen (tests/shell/wayland-session-with-waybar.sh,
 # tests/shell/waybar-status-module.sh): a headless wlroots compositor and waybar, Qt's Wayland
 # plugin, screenshots and key presses for Wayland, a font and OCR to read the bar back, and the

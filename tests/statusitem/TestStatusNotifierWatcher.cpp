@@ -1,7 +1,7 @@
 // A minimal org.kde.StatusNotifierWatcher for the status item tests: it owns the watcher name on the
 // session bus it is started on, keeps the registered items (dropping those whose service goes away)
-// and claims a host is present. It prints "ready" once it owns the name, so that a test can wait
-// for it; stopping the process makes the watcher go away as a panel's does.
+// and claims a host is present. DropItem forgets an item as a host that gave up on it does. It prints "ready" once it
+// owns the name, so that a test can wait for it; stopping the process makes the watcher go away as a panel's does.
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
@@ -59,6 +59,13 @@ public Q_SLOTS:
     }
 
     void RegisterStatusNotifierHost(const QString &service) { Q_UNUSED(service); }
+
+    void DropItem(const QString &item)
+    {
+        if (m_items.removeAll(item) > 0) {
+            Q_EMIT StatusNotifierItemUnregistered(item);
+        }
+    }
 
 Q_SIGNALS:
     void StatusNotifierItemRegistered(const QString &item);
