@@ -366,8 +366,9 @@ wayland_item_property() {
 
 wayland_sign_in() {
     local app=$1 settings="" verifier="" state="" challenge callback
-    # Read in one go: Inkwarden may rewrite its settings in between.
-    for _ in $(seq 200); do
+    # Read in one go: Inkwarden may rewrite its settings in between. Generous: on a loaded machine
+    # a sanitized Inkwarden may be busy for a while first.
+    for _ in $(seq 600); do
         settings=$(cat "$WAYLAND_SETTINGS" 2>/dev/null || true)
         verifier=$(sed -n 's/^pendingAuthVerifier=//p' <<<"$settings")
         state=$(sed -n 's/^pendingAuthState=//p' <<<"$settings")
