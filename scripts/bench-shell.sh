@@ -167,10 +167,12 @@ stop_app
 
 # --- Signed in: $runs launches, each timed to registration and to its first opening; the first
 # launch is measured at rest, with the popover open, after closing and after repeated openings.
+# Appended to, so that emptying it before each launch leaves no hole for the next line to follow.
 monitor_log="$HEADLESS_SCRATCH/monitor.log"
+: >"$monitor_log"
 dbus-monitor --session \
     "type='signal',interface='org.kde.StatusNotifierWatcher',member='StatusNotifierItemRegistered'" \
-    >"$monitor_log" 2>&1 &
+    >>"$monitor_log" 2>&1 &
 HEADLESS_PIDS+=($!)
 sleep 0.5
 registrations=()

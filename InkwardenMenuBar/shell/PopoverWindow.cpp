@@ -10,8 +10,11 @@
 #include <QQmlExtensionPlugin>
 #include <QQuickItem>
 #include <QQuickView>
+#include <QSGRendererInterface>
 #include <QScreen>
 #include <QTimer>
+
+#include <malloc.h>
 
 // The views live in a static QML module linked into the app.
 Q_IMPORT_QML_PLUGIN(Inkwarden_UiPlugin)
@@ -34,10 +37,13 @@ constexpr int holdTimes = 15;
 
 } // namespace
 
-PopoverWindow::PopoverWindow(RoyaltiesStore &store, QObject *parent)
+PopoverWindow::PopoverWindow(RoyaltiesStore &store, QObject *parent, std::chrono::milliseconds releaseDelay)
     : Popover(parent)
     , m_store(store)
 {
+    m_release.setSingleShot(true);
+    m_release.setInterval(releaseDelay);
+    QObject::connect(&m_release, &QTimer::timeout, this, &PopoverWindow::releaseView);
     // A popover that was never shown has not "just" closed.
     m_sinceClosed.invalidate();
     if (onWayland()) {
@@ -49,10 +55,26 @@ PopoverWindow::PopoverWindow(RoyaltiesStore &store, QObject *parent)
     }
 }
 
-PopoverWindow::~PopoverWindow() = default;
+PopoverWindow::~PopoverWindow()
+{
+    // A window that goes says it is hidden: that must not start the release timer as it goes.
+    if (m_view) {
+        QObject::disconnect(m_view.get(), nullptr, this, nullptr);
+    }
+}
 
 void PopoverWindow::createView()
 {
+    // Text and flat shapes in a small window need no GPU: the software renderer draws them as fast
+    // and leaves out Mesa and its shader compiler, which would take several times Inkwarden's own
+    // memory. QT_QUICK_BACKEND=rhi brings back Qt's default.
+    static const bool rendererChosen = [] {
+        if (!qEnvironmentVariableIsSet("QT_QUICK_BACKEND") && !qEnvironmentVariableIsSet("QMLSCENE_DEVICE")) {
+            QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+        }
+        return true;
+    }();
+    Q_UNUSED(rendererChosen)
     m_view = std::make_unique<QQuickView>();
     // On X11 the popover sets the keyboard focus itself, as a menu does: a window manager ignores
     // requests to activate a window it does not manage (GNOME Shell does).
@@ -67,6 +89,7 @@ void PopoverWindow::createView()
     QObject::connect(m_view.get(), &QWindow::visibleChanged, this, [this](bool visible) {
         if (!visible) {
             m_sinceClosed.start();
+            m_release.start();
             m_holdsPointer = false;
             m_holdTimesLeft = 0;
             m_pressedInside = false;
@@ -89,6 +112,7 @@ bool PopoverWindow::isShown() const
 
 void PopoverWindow::show(std::optional<QPoint> anchor)
 {
+    m_release.stop();
     if (!m_view) {
         createView();
     }
@@ -105,6 +129,19 @@ void PopoverWindow::close()
     if (m_view) {
         m_view->hide();
     }
+}
+
+void PopoverWindow::releaseView()
+{
+    if (!m_view || m_view->isVisible()) {
+        return;
+    }
+    QObject::disconnect(m_view.get(), nullptr, this, nullptr);
+    m_view.reset();
+    // The engine's and the scene graph's memory goes back to the allocator in many small pieces;
+    // only a trim hands the freed pages back to the system.
+    malloc_trim(0);
+    Q_EMIT viewReleased();
 }
 
 bool PopoverWindow::closedJustNow() const
