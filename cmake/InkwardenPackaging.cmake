@@ -37,16 +37,17 @@ system keyring.")
 # - the Material Icons font for the symbols and Roboto for the figures;
 # - xdg-utils, which opens the browser for sign-in and the pages; desktop-file-utils and
 #   hicolor-icon-theme, whose dpkg triggers refresh the handler cache of inkwarden:// and the
-#   icon cache when this package installs its files there.
+#   icon cache when this package installs its files there;
+# - Qt's Wayland platform plugin: on a Wayland-only session (sway, other wlroots compositors) there
+#   is no X server to fall back to, and without the plugin Inkwarden does not start at all.
 set(CPACK_DEBIAN_INKWARDEN_PACKAGE_DEPENDS
     "qml6-module-qtqml, qml6-module-qtqml-workerscript, qml6-module-qtquick, qml6-module-qtquick-controls, \
 qml6-module-qtquick-layouts, qml6-module-qtquick-templates, qml6-module-qtquick-window, \
 gnome-keyring | libkf5wallet-bin (>= 5.97) | keepassxc, \
 fonts-material-design-icons-iconfont, fonts-roboto-unhinted, \
-xdg-utils, desktop-file-utils, hicolor-icon-theme")
-# gio gives the clearer reason when the installer cannot be opened (xdg-open is the fallback); on a
-# Wayland session Qt's Wayland plugin runs the popover natively instead of through XWayland.
-set(CPACK_DEBIAN_INKWARDEN_PACKAGE_RECOMMENDS "libglib2.0-bin, qt6-wayland")
+xdg-utils, desktop-file-utils, hicolor-icon-theme, qt6-wayland")
+# gio gives the clearer reason when the installer cannot be opened (xdg-open is the fallback).
+set(CPACK_DEBIAN_INKWARDEN_PACKAGE_RECOMMENDS "libglib2.0-bin")
 
 set(CPACK_DEBIAN_DEVSERVER_PACKAGE_NAME inkwarden-devserver)
 set(CPACK_DEBIAN_DEVSERVER_FILE_NAME DEB-DEFAULT)

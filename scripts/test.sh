@@ -6,10 +6,11 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 source scripts/lib/packages.sh
 
-# The panel tests run Inkwarden on real panels under Xvfb (xfce4-panel, GNOME Shell), and the
-# package tests build the Debian packages: their tools are needed as well.
+# The panel tests run Inkwarden on real panels under Xvfb (xfce4-panel, GNOME Shell) and on sway
+# with waybar, and the package tests build the Debian packages: their tools are needed as well.
 inkwarden_ensure_packages "${INKWARDEN_BUILD_PACKAGES[@]}" "${INKWARDEN_TEST_PACKAGES[@]}" \
-    "${INKWARDEN_PANEL_PACKAGES[@]}" "${INKWARDEN_GNOME_PACKAGES[@]}" "${INKWARDEN_PACKAGE_PACKAGES[@]}"
+    "${INKWARDEN_PANEL_PACKAGES[@]}" "${INKWARDEN_GNOME_PACKAGES[@]}" "${INKWARDEN_WAYLAND_PACKAGES[@]}" \
+    "${INKWARDEN_PACKAGE_PACKAGES[@]}"
 
 cmake --preset asan
 cmake --build --preset asan

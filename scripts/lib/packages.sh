@@ -13,9 +13,10 @@ INKWARDEN_BUILD_PACKAGES=(
 )
 
 # What running Inkwarden on a desktop needs besides what it is built from: the keyring, the
-# scheme-handler tools and an opener for the installer.
+# scheme-handler tools, an opener for the installer, and Qt's Wayland plugin (a Wayland-only session
+# has no X server to fall back to).
 INKWARDEN_RUN_PACKAGES=(
-    gnome-keyring xdg-utils desktop-file-utils libglib2.0-bin curl
+    gnome-keyring xdg-utils desktop-file-utils libglib2.0-bin curl qt6-wayland
 )
 
 # What making the Debian packages takes besides the build: dpkg-shlibdeps (dpkg-dev) and file, with
@@ -51,6 +52,15 @@ INKWARDEN_GNOME_PACKAGES=(
     xvfb xauth libgl1-mesa-dri dconf-gsettings-backend
     dbus-daemon dbus-bin python3-dbusmock gnome-keyring libglib2.0-bin
     imagemagick tesseract-ocr xdotool x11-utils openssl curl
+)
+
+# A Wayland-only session to look at Inkwarden in, unseen (tests/shell/wayland-session-with-waybar.sh,
+# tests/shell/waybar-status-module.sh): a headless wlroots compositor and waybar, Qt's Wayland
+# plugin, screenshots and key presses for Wayland, a font and OCR to read the bar back, and the
+# tools that run the session as an unprivileged user (sway refuses root).
+INKWARDEN_WAYLAND_PACKAGES=(
+    sway waybar grim wtype qt6-wayland fonts-dejavu-core tesseract-ocr tesseract-ocr-eng imagemagick
+    dbus-daemon dbus-bin gnome-keyring libglib2.0-bin python3 openssl curl passwd util-linux procps
 )
 
 inkwarden_missing_packages() {

@@ -69,11 +69,12 @@ expect_dependency() {
     fi
 }
 # What the program loads or runs without linking it: the QML modules of the popover, the Secret
-# Service, the icon and figure fonts, the browser opener and the triggers for the handler and icons.
+# Service, the icon and figure fonts, the browser opener, the triggers for the handler and icons, and
+# Qt's Wayland plugin, without which a Wayland-only session cannot start it.
 for dependency in qml6-module-qtqml qml6-module-qtqml-workerscript qml6-module-qtquick \
     qml6-module-qtquick-controls qml6-module-qtquick-layouts qml6-module-qtquick-templates \
     qml6-module-qtquick-window fonts-material-design-icons-iconfont fonts-roboto-unhinted \
-    xdg-utils desktop-file-utils hicolor-icon-theme \
+    xdg-utils desktop-file-utils hicolor-icon-theme qt6-wayland \
     'gnome-keyring | libkf5wallet-bin (>= 5.97) | keepassxc'; do
     expect_dependency "$dependency"
 done
@@ -103,7 +104,7 @@ fi
 
 # What `apt install ./Inkwarden-<version>.deb` does on a Debian with nothing installed yet, as apt
 # plans it (simulated, from an empty package status): it resolves, and brings a Secret Service, the
-# QML modules and the icon font.
+# QML modules, the icon font and the Wayland plugin.
 if [[ "$(apt-cache policy libc6 2>/dev/null)" == *"Candidate: "[0-9]* ]]; then
     : > "$work/empty-status"
     if apt-get install --simulate -o Dir::State::status="$work/empty-status" -o Debug::NoLocking=1 \
@@ -111,7 +112,7 @@ if [[ "$(apt-cache policy libc6 2>/dev/null)" == *"Candidate: "[0-9]* ]]; then
         planned=$(awk '$1 == "Inst" { print $2 }' "$work/fresh-install.log")
         missing=()
         for name in inkwarden gnome-keyring qml6-module-qtquick-controls qml6-module-qtquick-layouts \
-            fonts-material-design-icons-iconfont libqt6keychain1 xdg-utils; do
+            fonts-material-design-icons-iconfont libqt6keychain1 xdg-utils qt6-wayland; do
             printf '%s\n' "$planned" | grep -qxF "$name" || missing+=("$name")
         done
         [ "${#missing[@]}" -eq 0 ] && pass "apt installs it on an empty Debian with $(printf '%s\n' "$planned" | wc -l) packages" \
