@@ -13,6 +13,7 @@
 #   headless_start_app BIN         Inkwarden, in the background (HEADLESS_APP_PID)
 #   headless_sign_in BIN           plays the browser: authorizes and hands the callback over
 #   headless_wait_for_figures      until the account is known and the statistics were asked for
+#   headless_wait_for_figure_label until the item's label shows the figure, and prints it
 
 HEADLESS_PIDS=()    # started here and stopped on exit, last first
 HEADLESS_KEEP=0     # 1: leave everything running (and the scratch folder in place)
@@ -228,6 +229,25 @@ headless_wait_for_figures() {
     done
     cat "$HEADLESS_SETTINGS" "$HEADLESS_APP_LOG" >&2
     headless_die "no figures arrived"
+}
+
+# The figure next to the icon, as hosts that draw labels read it ("◉ —", "· $1,235").
+headless_item_label() {
+    gdbus call --session --dest "$(headless_item_service)" --object-path /StatusNotifierItem \
+        --method org.freedesktop.DBus.Properties.Get org.kde.StatusNotifierItem XAyatanaLabel \
+        | sed -n "s/^(<'\(.*\)'>,)$/\1/p"
+}
+
+# Prints the label once it shows a figure (after a refresh); fails after five seconds.
+headless_wait_for_figure_label() {
+    local label=""
+    for _ in $(seq 100); do
+        label=$(headless_item_label)
+        case "$label" in "· "*) printf '%s\n' "$label"; return 0 ;; esac
+        sleep 0.05
+    done
+    headless_log "the item's label is '$label', not a figure"
+    return 1
 }
 
 # Ids of the mapped (viewable) windows titled exactly "Inkwarden".

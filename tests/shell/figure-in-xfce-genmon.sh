@@ -68,28 +68,17 @@ headless_start_panel
 headless_start_app "$app"
 headless_wait_for_item
 
-item_label() {
-    gdbus call --session --dest "$(headless_item_service)" --object-path /StatusNotifierItem \
-        --method org.freedesktop.DBus.Properties.Get org.kde.StatusNotifierItem XAyatanaLabel \
-        | sed -n "s/^(<'\(.*\)'>,)$/\1/p"
-}
-
 # --- 1. No figure before sign-in.
 sleep 2
 before="$HEADLESS_SCRATCH/genmon-before-sign-in.png"
 import -window root "$before"
 keep_screenshot "$before"
-[ "$(item_label)" = "◉ —" ] || fail "before sign-in the item's label is '$(item_label)'"
+[ "$(headless_item_label)" = "◉ —" ] || fail "before sign-in the item's label is '$(headless_item_label)'"
 
 # --- 2. The figure after sign-in.
 headless_sign_in "$app"
 headless_wait_for_figures
-for _ in $(seq 100); do
-    label=$(item_label)
-    case "$label" in "· "*) break ;; esac
-    sleep 0.05
-done
-case "$label" in "· "*) ;; *) fail "the item's label is '$label', not a figure" ;; esac
+label=$(headless_wait_for_figure_label) || fail "no figure on the item"
 digits=$(tr -cd '0-9' <<<"$label")
 [ -n "$digits" ] || fail "the figure '$label' has no digits to look for"
 if screen_text_find "$before" "$digits" "$panel_strip" >/dev/null; then

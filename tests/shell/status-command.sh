@@ -42,12 +42,6 @@ follower_says() {
     return 1
 }
 requests_seen() { curl -s "$HEADLESS_SERVER/__admin/requests" | grep -o '"path"' | wc -l; }
-item_label() {
-    gdbus call --session --dest "$(headless_item_service)" --object-path /StatusNotifierItem \
-        --method org.freedesktop.DBus.Properties.Get org.kde.StatusNotifierItem XAyatanaLabel \
-        | sed -n "s/^(<'\(.*\)'>,)$/\1/p"
-}
-
 # --- 1. Nothing running.
 status=0
 errors=$("$app" --status 2>&1 >/dev/null) || status=$?
@@ -75,12 +69,7 @@ pass "before sign-in: --status prints '◉ —', the follower says signedOut"
 headless_sign_in "$app"
 headless_wait_for_figures
 follower_says '"class":"ok"' || fail "the follower did not follow the sign-in"
-for _ in $(seq 100); do
-    label=$(item_label)
-    case "$label" in "· "*) break ;; esac
-    sleep 0.05
-done
-case "$label" in "· "*) ;; *) fail "the item's label is '$label', not a figure" ;; esac
+label=$(headless_wait_for_figure_label) || fail "no figure on the item"
 title=$("$app" --status)
 [ "$title" = "$label" ] || fail "--status printed '$title', the item shows '$label'"
 grep '"class":"ok"' "$follow_log" | tail -n 1 | grep -qF "\"text\":\"$label\"" \
