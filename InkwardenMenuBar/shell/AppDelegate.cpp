@@ -61,10 +61,10 @@ void AppDelegate::applyMenuBarTitle()
 void AppDelegate::updatePanelStatus()
 {
     const PanelStatus status = PanelStatusBuilder::build(m_store, m_shownTitle, m_clock.now());
-    if (m_hasPanelStatus && status == m_panelStatus) {
+    // The first status always differs: no title is empty.
+    if (status == m_panelStatus) {
         return;
     }
-    m_hasPanelStatus = true;
     m_panelStatus = status;
     m_statusItem.setToolTip(status.toolTipTitle, status.toolTipBody);
     Q_EMIT panelStatusChanged(m_panelStatus);

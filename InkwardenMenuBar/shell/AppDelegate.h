@@ -60,6 +60,5 @@ private:
     std::optional<QString> m_version;
     MenuBarTitle m_shownTitle;
     PanelStatus m_panelStatus;
-    bool m_hasPanelStatus = false;
     std::unique_ptr<ClockTimer> m_newVersionTimer;
 };

@@ -37,10 +37,9 @@ PanelStatus PanelStatusBuilder::build(const RoyaltiesStore &store, const MenuBar
     }
     switch (status.state) {
     case PanelState::offline:
-        lines.append(QStringLiteral(u"Waiting for internet\u2026"));
-        break;
     case PanelState::loading:
-        lines.append(QStringLiteral(u"Refreshing now\u2026"));
+        // What the popover's status line says: "Waiting for internet…", "Refreshing now…".
+        lines.append(store.nextRefreshText(now));
         break;
     case PanelState::error:
         lines.append(*store.errorMessage());
