@@ -34,7 +34,7 @@ fail() {
 pass() { headless_log "ok: $*"; }
 
 width=1280
-shots=${WAYLAND_SCREENSHOTS:-}  # a folder to keep the screenshots in, for looking at them
+shots=${INKWARDEN_SCREENSHOTS:-}  # a folder to keep the screenshots in, for looking at them
 keep_shot() { [ -n "$shots" ] && cp "$1" "$shots/"; return 0; }
 
 wayland_begin

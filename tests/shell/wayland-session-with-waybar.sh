@@ -39,7 +39,7 @@ source "$here/../../scripts/lib/screen-text.sh"
 settle=15
 width=1280
 height=800
-shots=${WAYLAND_SCREENSHOTS:-}  # a folder to keep the screenshots in, for looking at them
+shots=${INKWARDEN_SCREENSHOTS:-}  # a folder to keep the screenshots in, for looking at them
 
 wayland_begin
 app=$(wayland_readable "$app")
