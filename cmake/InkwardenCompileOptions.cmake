@@ -19,3 +19,16 @@ if(INKWARDEN_SANITIZE)
     target_compile_options(inkwarden_options INTERFACE ${_inkwarden_sanitizers})
     target_link_options(inkwarden_options INTERFACE ${_inkwarden_sanitizers})
 endif()
+
+# Links every object of the static LIBRARIES into the executable TARGET and exports their symbols,
+# for a module that the executable loads at run time and that uses them.
+function(inkwarden_export_libraries target)
+    set_target_properties(${target} PROPERTIES ENABLE_EXPORTS ON)
+    set(archives "")
+    foreach(library IN LISTS ARGN)
+        string(APPEND archives " $<TARGET_FILE:${library}>")
+        add_dependencies(${target} ${library})
+    endforeach()
+    # One option, so that CMake does not fold the repeated flags into one.
+    target_link_options(${target} PRIVATE "SHELL:-Wl,--whole-archive${archives} -Wl,--no-whole-archive")
+endfunction()

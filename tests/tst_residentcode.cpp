@@ -1,10 +1,14 @@
-// Handing back touched code pages: only mappings identical to their files are chosen, their
-// resident size drops, and the program runs on as before.
+// Handing back touched code and read-only pages: only files mapped without write access are chosen,
+// pages the process changed stay as they are, the resident size drops, and the program runs on.
 #include "platform/ResidentCode.h"
 
 #include <QFile>
 #include <QRegularExpression>
+#include <QTemporaryFile>
 #include <QTest>
+
+#include <sys/mman.h>
+#include <unistd.h>
 
 namespace {
 
@@ -29,6 +33,22 @@ qint64 residentCodeKiB(const QString &library)
     return total;
 }
 
+// Whether the page at `address` is mapped into this process now, from /proc/self/pagemap.
+bool isPresent(const void *address)
+{
+    QFile pageMap(QStringLiteral("/proc/self/pagemap"));
+    if (!pageMap.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+        return false;
+    }
+    const auto page = quintptr(address) / quintptr(sysconf(_SC_PAGESIZE));
+    quint64 entry = 0;
+    if (!pageMap.seek(qint64(page * sizeof(entry)))
+        || pageMap.read(reinterpret_cast<char *>(&entry), sizeof(entry)) != sizeof(entry)) {
+        return false;
+    }
+    return (entry >> 63) != 0;
+}
+
 } // namespace
 
 class TestResidentCode : public QObject
@@ -46,10 +66,10 @@ private Q_SLOTS:
         QTest::newRow("font") << QStringLiteral(
             "7f0000300000-7f0000340000 r--s 00000000 08:01 456 /usr/share/fonts/truetype/dejavu/DejaVuSans.ttf")
                               << true;
-        // Read-only private pages may be relocated copies: they differ from the file.
-        QTest::newRow("relocated data") << QStringLiteral(
+        // Constants; those of its pages that relocation changed are told apart page by page.
+        QTest::newRow("read-only data") << QStringLiteral(
             "7f0000200000-7f0000210000 r--p 00200000 08:01 123 /usr/lib/libQt6Quick.so.6")
-                                        << false;
+                                        << true;
         QTest::newRow("writable data") << QStringLiteral(
             "7f0000210000-7f0000212000 rw-p 00210000 08:01 123 /usr/lib/libQt6Quick.so.6")
                                        << false;
@@ -82,6 +102,35 @@ private Q_SLOTS:
         // What is needed comes back at its next use.
         QCOMPARE(QString::number(12345).toInt(), 12345);
         QVERIFY(QRegularExpression(QStringLiteral("a+b")).match(QStringLiteral("caab")).hasMatch());
+    }
+
+    void pagesTheProcessChangedStayAndUnchangedOnesGo()
+    {
+        // A private file mapping, read-only by now, as a library's relocated constants are: its
+        // first page was written (a private copy), its second only read.
+        const long pageSize = sysconf(_SC_PAGESIZE);
+        QTemporaryFile file;
+        QVERIFY(file.open());
+        QVERIFY(file.write(QByteArray(int(pageSize * 2), 'f')) == pageSize * 2);
+        QVERIFY(file.flush());
+        void *mapped = mmap(nullptr, size_t(pageSize * 2), PROT_READ | PROT_WRITE, MAP_PRIVATE, int(file.handle()), 0);
+        QVERIFY(mapped != MAP_FAILED);
+        auto *bytes = static_cast<volatile char *>(mapped);
+        bytes[0] = 'w';
+        QCOMPARE(bytes[pageSize], 'f');
+        QVERIFY(mprotect(mapped, size_t(pageSize * 2), PROT_READ) == 0);
+        QVERIFY(isPresent(mapped));
+        QVERIFY(isPresent(static_cast<char *>(mapped) + pageSize));
+
+        const ResidentCode::Result result = ResidentCode::release();
+        QVERIFY(result.mappings > 0);
+
+        QVERIFY(isPresent(mapped));
+        QCOMPARE(bytes[0], 'w');
+        QVERIFY(!isPresent(static_cast<char *>(mapped) + pageSize));
+        // And it reads back from the file.
+        QCOMPARE(bytes[pageSize], 'f');
+        munmap(mapped, size_t(pageSize * 2));
     }
 
     void anUnreadableListReleasesNothing()

@@ -1,10 +1,11 @@
 #include "InkwardenApplication.h"
 
 #include "AppDelegate.h"
-#include "PopoverWindow.h"
+#include "LoadedPopover.h"
 #include "platform/AppInfo.h"
 #include "platform/LinuxDesktopServices.h"
 #include "platform/QtNetworkReachability.h"
+#include "platform/ResidentCode.h"
 #include "platform/StatusItemSelector.h"
 #include "platform/StatusService.h"
 #include "platform/SystemClock.h"
@@ -28,11 +29,20 @@ struct InkwardenApplication::Parts {
     RoyaltiesStore store{
         StoreEnvironment{clock, keyring, preferences, reachability, desktop, autostart, network, appInfo}};
     StatusItemSelector statusItem;
-    PopoverWindow popover{store};
+    LoadedPopover popover{store};
     AppDelegate delegate{store, statusItem, popover, preferences, clock, appInfo};
     // On the bus name that this process owns, for bars and `inkwarden --status`.
     StatusService status;
+    std::unique_ptr<ClockTimer> settled;
 };
+
+namespace {
+
+// By then the key is read, the item is in the panel and the first figures have usually arrived:
+// what only starting up needed (its code, its freed allocations) can go.
+constexpr std::chrono::seconds startUpSettles{10};
+
+} // namespace
 
 InkwardenApplication::InkwardenApplication()
     : m_parts(std::make_unique<Parts>())
@@ -46,6 +56,10 @@ InkwardenApplication::~InkwardenApplication() = default;
 void InkwardenApplication::start()
 {
     m_parts->delegate.applicationDidFinishLaunching();
+    m_parts->settled = m_parts->clock.startTimer(startUpSettles, false, [this] {
+        m_parts->settled.reset();
+        ResidentCode::releaseAfterWork();
+    });
 }
 
 void InkwardenApplication::openURLs(const QStringList &urls)

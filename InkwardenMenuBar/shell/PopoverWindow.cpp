@@ -15,9 +15,7 @@
 #include <QScreen>
 #include <QTimer>
 
-#include <malloc.h>
-
-// The views live in a static QML module linked into the app.
+// The views are a static QML module, linked in beside this window.
 Q_IMPORT_QML_PLUGIN(Inkwarden_UiPlugin)
 
 namespace {
@@ -35,6 +33,10 @@ bool onWayland()
 // How often and for how long the shown popover takes the pointer and the focus again.
 constexpr int holdAgainMilliseconds = 100;
 constexpr int holdTimes = 15;
+
+// From giving up the window to handing its memory back, and from the first frame of a new window to
+// handing back what only loading the views needed.
+constexpr std::chrono::milliseconds memoryReleaseDelay{1000};
 
 } // namespace
 
@@ -99,6 +101,12 @@ void PopoverWindow::createView()
     if (onX11()) {
         m_view->installEventFilter(this);
     }
+    // Loading the views runs much code only once (the QML engine's loader and compiler, the
+    // plugins' type registrations); once the popover is drawn, its pages go back.
+    QObject::connect(
+        m_view.get(), &QQuickWindow::frameSwapped, this,
+        [this] { QTimer::singleShot(memoryReleaseDelay, this, [] { ResidentCode::releaseAfterWork(); }); },
+        Qt::SingleShotConnection);
     m_view->setInitialProperties({{QStringLiteral("store"), QVariant::fromValue(&m_store)}});
     m_view->setSource(QUrl(QStringLiteral("qrc:/qt/qml/Inkwarden/Ui/MenuContentView.qml")));
     if (QQuickItem *root = m_view->rootObject()) {
@@ -139,11 +147,14 @@ void PopoverWindow::releaseView()
     }
     QObject::disconnect(m_view.get(), nullptr, this, nullptr);
     m_view.reset();
-    // The engine's and the scene graph's memory goes back to the allocator in many small pieces;
-    // only a trim hands the freed pages back to the system. The code Qt Quick ran goes back too.
-    malloc_trim(0);
-    ResidentCode::release();
     Q_EMIT viewReleased();
+    // The engine leaves some of its objects to be deleted by the event loop; once they are gone,
+    // their memory and the code Qt Quick ran go back to the system.
+    QTimer::singleShot(memoryReleaseDelay, this, [this] {
+        if (!m_view) {
+            ResidentCode::releaseAfterWork();
+        }
+    });
 }
 
 bool PopoverWindow::closedJustNow() const

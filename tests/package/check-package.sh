@@ -136,6 +136,7 @@ files_of() { printf '%s\n' "$1" | awk '$1 !~ /^d/ { sub(/^\./, "", $6); print $6
 
 expected_app_files=(
     /usr/bin/inkwarden
+    /usr/lib/inkwarden/inkwarden-popover.so
     /usr/share/applications/com.inkwarden.menubar.desktop
     /usr/share/doc/inkwarden/copyright
     /usr/share/icons/hicolor/scalable/apps/com.inkwarden.menubar.svg
@@ -167,6 +168,24 @@ mkdir -p "$root"
 dpkg-deb -x "$app_deb" "$root"
 dpkg-deb -x "$devserver_deb" "$root"
 desktop_entry="$root/usr/share/applications/com.inkwarden.menubar.desktop"
+
+# The popover module takes the store's and the platform's code from the executable that loads it:
+# whatever its own libraries do not define, the stripped executable must still export.
+module="$root/usr/lib/inkwarden/inkwarden-popover.so"
+exported=$(nm -D --defined-only "$root/usr/bin/inkwarden" | awk '{ print $NF }' | sort -u)
+needed=$(ldd -r "$module" 2>&1 | sed -n 's/^undefined symbol: \([^[:space:]]*\).*/\1/p' | sort -u)
+missing=$(comm -23 <(printf '%s\n' "$needed") <(printf '%s\n' "$exported") | grep -v '^$' || true)
+if [ -n "$needed" ] && [ -z "$missing" ]; then
+    pass "the executable exports the $(printf '%s\n' "$needed" | wc -l) symbols the popover module takes from it"
+else
+    fail "the popover module needs symbols the executable does not export: ${missing:-(none needed?)}"
+fi
+# An Inkwarden that nobody opened maps none of Qt Quick: only the module links it.
+if readelf -d "$root/usr/bin/inkwarden" | grep -q 'NEEDED.*libQt6\(Quick\|Qml\)'; then
+    fail "the executable links Qt Quick or QML itself"
+else
+    pass "the executable links neither Qt Quick nor QML"
+fi
 
 if desktop-file-validate "$desktop_entry"; then pass "desktop-file-validate"; else fail "desktop-file-validate"; fi
 grep -qx 'MimeType=x-scheme-handler/inkwarden;' "$desktop_entry" && pass "desktop entry handles inkwarden://" \
