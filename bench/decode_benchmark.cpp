@@ -77,7 +77,7 @@ void decodeFold(benchmark::State &state)
     }
     for (auto _ : state) {
         const std::optional<BookStatsResponse> response = BookStatsResponse::decode(body);
-        RoyaltySummary summary = RoyaltySummary::folding(response->tableData);
+        std::optional<RoyaltySummary> summary = RoyaltySummary::folding(response->tableData);
         benchmark::DoNotOptimize(summary);
     }
     countThroughput(state, body);
@@ -92,7 +92,7 @@ void foldOnly(benchmark::State &state)
         return;
     }
     for (auto _ : state) {
-        RoyaltySummary summary = RoyaltySummary::folding(response->tableData);
+        std::optional<RoyaltySummary> summary = RoyaltySummary::folding(response->tableData);
         benchmark::DoNotOptimize(summary);
     }
     countThroughput(state, body, false);
@@ -178,7 +178,7 @@ public:
             });
             const std::optional<long> decodeRss = peakRssGrowthKiB([&body] {
                 const std::optional<BookStatsResponse> response = BookStatsResponse::decode(body);
-                RoyaltySummary summary = RoyaltySummary::folding(response->tableData);
+                std::optional<RoyaltySummary> summary = RoyaltySummary::folding(response->tableData);
                 benchmark::DoNotOptimize(summary);
             });
             std::printf(

@@ -170,11 +170,13 @@ bool sameSummary(const RoyaltySummary &a, const RoyaltySummary &b)
 
 void checkFold(const QList<BookStatsRow> &rows, const QByteArray &input)
 {
+    // A count sum that would leave 64 bits makes the whole table invalid, never a crash.
     const std::optional<RoyaltySummary> expected = ExpectedFold::of(rows);
-    if (!expected) {
-        return;
+    const std::optional<RoyaltySummary> folded = RoyaltySummary::folding(rows);
+    INKWARDEN_FUZZ_CHECK(folded.has_value() == expected.has_value(), input);
+    if (expected) {
+        INKWARDEN_FUZZ_CHECK(sameSummary(*folded, *expected), input);
     }
-    INKWARDEN_FUZZ_CHECK(sameSummary(RoyaltySummary::folding(rows), *expected), input);
 }
 
 } // namespace

@@ -70,6 +70,8 @@ private Q_SLOTS:
     void unauthorizedShowsTheServersErrorText();
     void serverErrorWithoutErrorBodySaysTheStatus();
     void serverErrorWithErrorBodyShowsIt();
+    void everyErrorStatusReachesTheClassifier_data();
+    void everyErrorStatusReachesTheClassifier();
     void successWithUnexpectedJsonIsInvalidResponse();
     void successWithEmptyBodyIsInvalidResponse();
     void noContentIsInvalidResponse();
@@ -436,6 +438,44 @@ void TestRoyaltiesService::serverErrorWithErrorBodyShowsIt()
     m_server->faults().set(Route::Accounts, fault);
     const auto result = awaitResult(m_service->fetchAccounts(address(), ApiKeys::demoKey()));
     QCOMPARE(errorText(result.error()), QStringLiteral("Injected failure: HTTP 503."));
+}
+
+void TestRoyaltiesService::everyErrorStatusReachesTheClassifier_data()
+{
+    QTest::addColumn<int>("status");
+    QTest::addColumn<bool>("withErrorBody");
+    // Those that Qt maps to error codes of its own (401, 403, 404, 405, 407, 409, 410, 413, 416, 418
+    // and the 5xx), and some it leaves alone. 429 is the rate limit, not a message.
+    const QList<int> statuses{400, 401, 402, 403, 404, 405, 406, 407, 408, 409, 410, 411, 412, 413, 414, 415, 416,
+                              417, 418, 422, 425, 426, 428, 431, 451, 500, 501, 502, 503, 504, 505, 507, 511};
+    for (const int status : statuses) {
+        if (!FaultSwitches::isWritableStatus(status)) {
+            continue;
+        }
+        QTest::addRow("%d with the service's error", status) << status << true;
+        QTest::addRow("%d with a gateway's page", status) << status << false;
+    }
+}
+
+void TestRoyaltiesService::everyErrorStatusReachesTheClassifier()
+{
+    QFETCH(int, status);
+    QFETCH(bool, withErrorBody);
+    Fault fault;
+    fault.status = status;
+    if (withErrorBody) {
+        fault.body = QByteArrayLiteral(R"({"error": "Told by the service."})");
+    } else {
+        fault.htmlBody = true;
+    }
+    m_server->faults().set(Route::Stats, fault);
+    const auto result =
+        awaitResult(m_service->fetchSummary(address(), ApiKeys::demoKey(), QString(), RoyaltyPeriod::today));
+    QVERIFY(!result.hasValue());
+    QVERIFY2(result.error().royaltiesError(), qPrintable(errorText(result.error())));
+    QCOMPARE(result.error().royaltiesError()->kind(), RoyaltiesError::Kind::server);
+    QCOMPARE(errorText(result.error()), withErrorBody ? QStringLiteral("Told by the service.")
+                                                      : QStringLiteral("Server returned HTTP %1.").arg(status));
 }
 
 void TestRoyaltiesService::successWithUnexpectedJsonIsInvalidResponse()

@@ -31,6 +31,7 @@ private Q_SLOTS:
     void refreshWhenOfflineSetsTheMessageAndSendsNothing();
     void successfulRefreshPublishesFiguresAndTitle();
     void failedRefreshKeepsLastFiguresAndShowsTheError();
+    void countsThatOverflowFailTheRefreshAndKeepTheFigures();
     void twoManualRefreshesOneSecondApartSendExactlyOneMore();
     void refreshAskedWhileLoadingAfterCooldownEndedIsNotRepeated();
     void cooldownCountsDownThreeTwoOne();
@@ -193,6 +194,38 @@ void TestStoreRefresh::failedRefreshKeepsLastFiguresAndShowsTheError()
     QCOMPARE(store.summary(), figures);
     QCOMPARE(store.lastUpdated(), refreshedAt);
     QCOMPARE(store.nextRefreshAt(), std::optional<QDateTime>(m_fixture->clock.now().addSecs(1800)));
+}
+
+void TestStoreRefresh::countsThatOverflowFailTheRefreshAndKeepTheFigures()
+{
+    RoyaltiesStore &store = m_fixture->makeConnectedStore();
+    store.refresh();
+    QVERIFY(settle());
+    const RoyaltySummary figures = store.summary();
+    const std::optional<QDateTime> refreshedAt = store.lastUpdated();
+
+    // Two rows whose paperbacks add up beyond the 64-bit range, each valid on its own.
+    Fault fault;
+    fault.status = 200;
+    fault.body = QByteArrayLiteral(
+        R"({"table_data":[{"paperbacks_sold":9223372036854775807,"currency":"USD"},{"paperbacks_sold":1,"currency":"USD"}]})");
+    m_fixture->server->faults().set(Route::Stats, fault);
+    m_fixture->clock.advance(5s);
+    store.refresh();
+    QVERIFY(settle());
+    QCOMPARE(store.errorMessage(),
+             std::optional<QString>(QStringLiteral("Inkwarden returned an unexpected response.")));
+    QCOMPARE(store.menuBarTitle(), QStringLiteral(u"\u25C9 !"));
+    QCOMPARE(store.summary(), figures);
+    QCOMPARE(store.lastUpdated(), refreshedAt);
+    QVERIFY(!store.isLoading());
+
+    // The next good answer clears it.
+    m_fixture->server->faults().clear(Route::Stats);
+    m_fixture->clock.advance(5s);
+    store.refresh();
+    QVERIFY(settle());
+    QCOMPARE(store.errorMessage(), std::nullopt);
 }
 
 void TestStoreRefresh::twoManualRefreshesOneSecondApartSendExactlyOneMore()

@@ -4,7 +4,10 @@
 
 #include <QDir>
 #include <QFile>
+#include <QTemporaryDir>
 #include <QTest>
+
+#include <sys/stat.h>
 
 using namespace std::chrono_literals;
 
@@ -14,6 +17,37 @@ QString installerNotFound()
 {
     return QStringLiteral("The downloaded installer could not be found. Download the update again.");
 }
+
+// The device of the file system that holds `path`.
+dev_t deviceOf(const QString &path)
+{
+    struct stat info {};
+    return ::stat(QFile::encodeName(path).constData(), &info) == 0 ? info.st_dev : dev_t(0);
+}
+
+// Points the temporary folder (QDir::tempPath()) at `path` while it lives.
+class TemporaryFolderAt
+{
+public:
+    explicit TemporaryFolderAt(const QString &path)
+        : m_saved(qgetenv("TMPDIR"))
+    {
+        qputenv("TMPDIR", QFile::encodeName(path));
+    }
+    ~TemporaryFolderAt()
+    {
+        if (m_saved.isNull()) {
+            qunsetenv("TMPDIR");
+        } else {
+            qputenv("TMPDIR", m_saved);
+        }
+    }
+    TemporaryFolderAt(const TemporaryFolderAt &) = delete;
+    TemporaryFolderAt &operator=(const TemporaryFolderAt &) = delete;
+
+private:
+    QByteArray m_saved;
+};
 
 } // namespace
 
@@ -40,6 +74,7 @@ private Q_SLOTS:
 
     void downloadSavesTheInstallerAndOpensIt();
     void downloadAgainOpensTheSavedFileWithoutTraffic();
+    void downloadLandsFromATemporaryFolderOnAnotherFileSystem();
     void downloadPageAnswering404();
     void downloadCutOffIsReported();
     void downloadWithUnusableAddress();
@@ -257,6 +292,37 @@ void TestStoreUpdates::downloadAgainOpensTheSavedFileWithoutTraffic()
     QCOMPARE(store.updateActionTitle(), QStringLiteral("Open installer"));
 }
 
+void TestStoreUpdates::downloadLandsFromATemporaryFolderOnAnotherFileSystem()
+{
+    // /dev/shm is a tmpfs on every Linux system, as /tmp is on many; the updates folder is on disk.
+    QTemporaryDir elsewhere(QStringLiteral("/dev/shm/inkwarden-test-XXXXXX"));
+    QVERIFY(elsewhere.isValid());
+    QVERIFY(QDir().mkpath(updatesFolder()));
+    QVERIFY2(deviceOf(elsewhere.path()) != deviceOf(updatesFolder()),
+             "the temporary folder and the updates folder must be on two file systems");
+    const TemporaryFolderAt temporary(elsewhere.path());
+    QCOMPARE(QDir::tempPath(), elsewhere.path());
+
+    RoyaltiesStore &store = connectedStoreAt(QStringLiteral("1.5.0"));
+    store.setLatestAppVersion(QStringLiteral("1.5.0"));
+    store.downloadLatestUpdate();
+    QTRY_VERIFY(!store.isDownloadingUpdate());
+    QCOMPARE(store.errorMessage(), std::nullopt);
+
+    const QString expected = updatesFolder() + QStringLiteral("/Inkwarden-1.5.0.deb");
+    QCOMPARE(store.downloadedUpdateURL(), std::optional<QUrl>(QUrl::fromLocalFile(expected)));
+    QTRY_COMPARE(m_fixture->desktop.openedFiles, QStringList{expected});
+    QFile saved(expected);
+    QVERIFY(saved.open(QIODevice::ReadOnly));
+    const HttpResult direct = HttpTestClient().get(m_fixture->server->url(QStringLiteral("/download_for_linux/")));
+    QCOMPARE(saved.readAll(), direct.body);
+    QVERIFY(saved.permissions().testFlag(QFileDevice::ReadOther));
+    // Nothing left behind on either side.
+    QCOMPARE(QDir(updatesFolder()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+             QStringList{QStringLiteral("Inkwarden-1.5.0.deb")});
+    QCOMPARE(QDir(elsewhere.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList());
+}
+
 void TestStoreUpdates::downloadPageAnswering404()
 {
     RoyaltiesStore &store = connectedStoreAt(QStringLiteral("1.5.0"));
@@ -286,6 +352,8 @@ void TestStoreUpdates::downloadCutOffIsReported()
     QVERIFY(store.errorMessage().has_value());
     QVERIFY(store.errorMessage()->startsWith(QStringLiteral("Update failed: ")));
     QVERIFY(!QFile::exists(updatesFolder() + QStringLiteral("/Inkwarden-1.5.0.deb")));
+    // No partial file under another name either.
+    QCOMPARE(QDir(updatesFolder()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList());
 }
 
 void TestStoreUpdates::downloadWithUnusableAddress()

@@ -2,15 +2,14 @@
 
 #include <QtGlobal>
 
-#include <cstdlib>
-
-// Adds two counts. Royalty counts never wrap: a sum beyond the 64-bit range means the figures are
-// nonsense, and showing nonsense as a royalty count is worse than stopping.
-inline qint64 checkedCountSum(qint64 lhs, qint64 rhs)
+// Adds `value` to a royalty count. Counts never wrap: a sum beyond the 64-bit range means the
+// figures are nonsense, so the addition is refused (false) and `total` is left as it was.
+[[nodiscard]] inline bool addCheckedCount(qint64 &total, qint64 value)
 {
     qint64 sum = 0;
-    if (__builtin_add_overflow(lhs, rhs, &sum)) {
-        std::abort();
+    if (__builtin_add_overflow(total, value, &sum)) {
+        return false;
     }
-    return sum;
+    total = sum;
+    return true;
 }

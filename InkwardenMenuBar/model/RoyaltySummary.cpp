@@ -10,38 +10,39 @@ void addMoney(double &total, const std::optional<double> &amount)
     total += amount.value_or(0.0);
 }
 
-void addCount(qint64 &total, const std::optional<qint64> &count)
+bool addCount(qint64 &total, const std::optional<qint64> &count)
 {
-    total = checkedCountSum(total, count.value_or(0));
+    return addCheckedCount(total, count.value_or(0));
 }
 
 } // namespace
 
-void RoyaltySummary::add(const BookStatsRow &row)
+bool RoyaltySummary::add(const BookStatsRow &row)
 {
+    bool countsFit = true;
     addMoney(gross, row.grossRoyalty);
     addMoney(spending, row.spending);
     addMoney(net, row.netRoyalty);
     addMoney(readRoyalties, row.totalReadRoyalty);
-    addCount(reads, row.totalReads);
-    addCount(paidEbookUnits, row.paidEbookUnits);
+    countsFit = addCount(reads, row.totalReads) && countsFit;
+    countsFit = addCount(paidEbookUnits, row.paidEbookUnits) && countsFit;
     addMoney(paidEbookRoyalties, row.paidEbookRoyalties);
-    addCount(freeEbookDownloads, row.freeEbookDownloads);
-    addCount(paperbackUnits, row.paperbackUnits);
+    countsFit = addCount(freeEbookDownloads, row.freeEbookDownloads) && countsFit;
+    countsFit = addCount(paperbackUnits, row.paperbackUnits) && countsFit;
     addMoney(paperbackRoyalties, row.paperbackRoyalties);
-    addCount(hardcoverUnits, row.hardcoverUnits);
+    countsFit = addCount(hardcoverUnits, row.hardcoverUnits) && countsFit;
     addMoney(hardcoverRoyalties, row.hardcoverRoyalties);
-    addCount(audiobookUnits, row.audiobookUnits);
+    countsFit = addCount(audiobookUnits, row.audiobookUnits) && countsFit;
     addMoney(audiobookRoyalties, row.audiobookRoyalties);
-    addCount(expandedDistributionUnits, row.expandedDistributionUnits);
+    countsFit = addCount(expandedDistributionUnits, row.expandedDistributionUnits) && countsFit;
     addMoney(expandedDistributionRoyalties, row.expandedDistributionRoyalties);
-    addCount(preOrderUnits, row.preOrderUnits);
+    countsFit = addCount(preOrderUnits, row.preOrderUnits) && countsFit;
 
     // A name may come in either map or in both; each adds its own half to one entry per name.
     if (row.customFormatUnits) {
         for (auto it = row.customFormatUnits->cbegin(); it != row.customFormatUnits->cend(); ++it) {
             FormatSalesSummary &format = customFormats[it.key()];
-            format.units = checkedCountSum(format.units, it.value());
+            countsFit = addCheckedCount(format.units, it.value()) && countsFit;
         }
     }
     if (row.customFormatRoyalties) {
@@ -53,13 +54,16 @@ void RoyaltySummary::add(const BookStatsRow &row)
     if (row.currency && !row.currency->isEmpty()) {
         currency = *row.currency;
     }
+    return countsFit;
 }
 
-RoyaltySummary RoyaltySummary::folding(const QList<BookStatsRow> &rows)
+std::optional<RoyaltySummary> RoyaltySummary::folding(const QList<BookStatsRow> &rows)
 {
     RoyaltySummary summary;
     for (const BookStatsRow &row : rows) {
-        summary.add(row);
+        if (!summary.add(row)) {
+            return std::nullopt;
+        }
     }
     return summary;
 }

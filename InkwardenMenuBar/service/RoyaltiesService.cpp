@@ -35,6 +35,7 @@ std::optional<RoyaltySummary> decodeBody<RoyaltySummary>(const QByteArray &bytes
     if (!response) {
         return std::nullopt;
     }
+    // Counts that leave the 64-bit range when added up are no figures to show: an invalid reply.
     return RoyaltySummary::folding(response->tableData);
 }
 
@@ -50,6 +51,13 @@ std::optional<TransportError> transportFailure(const QNetworkReply &reply)
         return TransportError{QNetworkReply::RemoteHostClosedError, QStringLiteral("Connection closed")};
     }
     if (error == QNetworkReply::NoError || error >= QNetworkReply::ContentAccessDenied) {
+        return std::nullopt;
+    }
+    // A status the service answered with, which Qt files under its proxy errors (407 from a server
+    // that is no proxy): a status like any other. Failures of the connection itself stay failures
+    // even after a status arrived (a body cut short, a time-out while it came).
+    const bool answered = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).isValid();
+    if (answered && error > QNetworkReply::UnknownNetworkError) {
         return std::nullopt;
     }
     if (error == QNetworkReply::OperationCanceledError) {

@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
+#include <QSaveFile>
 #include <QStandardPaths>
 #include <QTemporaryFile>
 #include <qcoro/qcoronetworkreply.h>
@@ -22,6 +23,33 @@ QString installerNotFound()
 QString updatesFolderName()
 {
     return QStringLiteral("Inkwarden Updates");
+}
+
+// Puts the finished download at `destination` in one step, whatever file systems the temporary
+// folder and the updates folder are on (a rename works only within one): a copy beside the
+// destination, renamed over it once complete, so that the name never holds a partial installer and
+// a failure leaves nothing behind. The reason when it fails.
+std::optional<QString> moveIntoPlace(QTemporaryFile &download, const QString &destination)
+{
+    QSaveFile target(destination);
+    if (!target.open(QIODevice::WriteOnly)) {
+        return target.errorString();
+    }
+    if (!download.seek(0)) {
+        return download.errorString();
+    }
+    constexpr qint64 chunkSize = 1 << 20;
+    while (!download.atEnd()) {
+        const QByteArray chunk = download.read(chunkSize);
+        if (chunk.isEmpty() || target.write(chunk) != chunk.size()) {
+            // Unfinished, the copy goes with `target`.
+            return chunk.isEmpty() ? download.errorString() : target.errorString();
+        }
+    }
+    if (!target.commit()) {
+        return target.errorString();
+    }
+    return std::nullopt;
 }
 
 } // namespace
@@ -177,11 +205,10 @@ QCoro::Task<> RoyaltiesStore::performDownload(QUrl url)
         fail(QStringLiteral("The earlier download at %1 could not be replaced.").arg(destination));
         co_return;
     }
-    if (!download.rename(destination)) {
-        fail(QStringLiteral("The update could not be moved to %1: %2").arg(destination, download.errorString()));
+    if (const std::optional<QString> problem = moveIntoPlace(download, destination)) {
+        fail(QStringLiteral("The update could not be moved to %1: %2").arg(destination, *problem));
         co_return;
     }
-    download.setAutoRemove(false);
     // A package the user opens should be readable like any other download.
     QFile::setPermissions(destination, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadGroup
                                            | QFileDevice::ReadOther);

@@ -182,7 +182,7 @@ private:
         url.setQuery(QStringLiteral("start_date=2024-05-15&end_date=2024-05-15&account_id=") + account);
         const std::optional<BookStatsResponse> response =
             BookStatsResponse::decode(m_client.getWithKey(url, ApiKeys::demoKey()).body);
-        return response ? RoyaltySummary::folding(response->tableData) : RoyaltySummary{};
+        return response ? RoyaltySummary::folding(response->tableData).value_or(RoyaltySummary{}) : RoyaltySummary{};
     }
 
     ManualServerClock m_clock;

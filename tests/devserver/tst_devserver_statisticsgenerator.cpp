@@ -44,7 +44,7 @@ RoyaltySummary summarise(const QJsonArray &rows)
     if (!decoded) {
         qFatal("rows do not decode");
     }
-    return RoyaltySummary::folding(decoded->tableData);
+    return RoyaltySummary::folding(decoded->tableData).value();
 }
 
 const QDate today(2024, 5, 15);
