@@ -111,6 +111,48 @@ std::optional<int> saveFailureStatus(const RoyaltiesError &error)
     return match.captured(1).toInt();
 }
 
+bool lockLogin()
+{
+    return callSecrets(secretsPath, QStringLiteral("org.freedesktop.Secret.Service"), QStringLiteral("Lock"),
+                       {QVariant::fromValue(collections())})
+           && secretsProperty(QStringLiteral("/org/freedesktop/secrets/collection/login"),
+                              QStringLiteral("org.freedesktop.Secret.Collection"), QStringLiteral("Locked"))
+                  .toBool();
+}
+
+// Unlocks the login keyring with its password, as the keyring's own prompt would, through
+// gnome-keyring's interface for tests and tools. run-with-keyring.sh made the keyring from what
+// `echo` wrote: a line break.
+bool unlockLogin()
+{
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    auto open = QDBusMessage::createMethodCall(
+        secretsName, secretsPath, QStringLiteral("org.freedesktop.Secret.Service"), QStringLiteral("OpenSession"));
+    open << QStringLiteral("plain") << QVariant::fromValue(QDBusVariant(QString()));
+    const QDBusMessage opened = bus.call(open, QDBus::Block, 5000);
+    if (opened.type() != QDBusMessage::ReplyMessage || opened.arguments().size() != 2) {
+        return false;
+    }
+    const auto session = opened.arguments().at(1).value<QDBusObjectPath>();
+    QDBusArgument secret;
+    secret.beginStructure();
+    secret << session << QByteArray() << QByteArray("\n") << QStringLiteral("text/plain");
+    secret.endStructure();
+    auto unlock = QDBusMessage::createMethodCall(
+        secretsName, secretsPath, QStringLiteral("org.gnome.keyring.InternalUnsupportedGuiltRiddenInterface"),
+        QStringLiteral("UnlockWithMasterPassword"));
+    unlock << QVariant::fromValue(QDBusObjectPath(QStringLiteral("/org/freedesktop/secrets/collection/login")))
+           << QVariant::fromValue(secret);
+    const QDBusMessage unlocked = bus.call(unlock, QDBus::Block, 5000);
+    if (unlocked.type() != QDBusMessage::ReplyMessage) {
+        qWarning() << "UnlockWithMasterPassword:" << unlocked.errorMessage();
+        return false;
+    }
+    return !secretsProperty(QStringLiteral("/org/freedesktop/secrets/collection/login"),
+                            QStringLiteral("org.freedesktop.Secret.Collection"), QStringLiteral("Locked"))
+                .toBool();
+}
+
 QString load(const QString &service)
 {
     return KeychainStore(service).loadAPIKey();
@@ -464,10 +506,10 @@ private Q_SLOTS:
         QTest::qWait(100);
     }
 
-    void lockedKeyringTimesOut()
+    void lockedKeyringIsToldApartAndReadOnceUnlocked()
     {
         if (!isScenarioProcess()) {
-            // A keyring of its own, as it stays locked.
+            // A keyring of its own, as it gets locked.
             runScenario(QProcessEnvironment::systemEnvironment(),
                         QStringLiteral(INKWARDEN_KEYRING_DIR "/run-with-keyring.sh"));
             return;
@@ -479,16 +521,46 @@ private Q_SLOTS:
                                QStringLiteral("org.gnome.keyring.SystemPrompter"),
                                QStringLiteral("/org/gnome/keyring/Prompter"));
         QVERIFY(prompter.isOnBus());
-        QVERIFY(callSecrets(secretsPath, QStringLiteral("org.freedesktop.Secret.Service"), QStringLiteral("Lock"),
-                            {QVariant::fromValue(collections())}));
-        const auto login = QDBusObjectPath(QStringLiteral("/org/freedesktop/secrets/collection/login"));
-        QVERIFY(
-            secretsProperty(login.path(), QStringLiteral("org.freedesktop.Secret.Collection"), QStringLiteral("Locked"))
-                .toBool());
+        KeychainStore store(testService, 5s);
+        int changes = 0;
+        store.setChangeHandler([&changes] { ++changes; });
 
-        KeychainStore store(testService, 500ms);
-        expectTimeOuts(store, 500ms);
-        QVERIFY(prompter.unansweredCalls() > 0);
+        QVERIFY(lockLogin());
+        QTRY_VERIFY(changes > 0);
+        // Locked is not "no key", and telling it takes no prompt and no time-out.
+        QElapsedTimer elapsed;
+        elapsed.start();
+        const StoredKey locked = QCoro::waitFor(store.readAPIKey());
+        QCOMPARE(locked.state, StoredKey::State::locked);
+        QVERIFY(locked.key.isEmpty());
+        QVERIFY2(elapsed.elapsed() < 2000, "reading a locked keyring waited");
+        QCOMPARE(prompter.unansweredCalls(), 0);
+
+        // Asking to unlock shows the keyring's own prompt (here, one nobody answers).
+        store.askToUnlock();
+        QTRY_VERIFY(prompter.unansweredCalls() > 0);
+
+        // Unlocked by other means (the user at the keyring's own window): the store hears of it
+        // and the key reads.
+        changes = 0;
+        QVERIFY(unlockLogin());
+        QTRY_VERIFY(changes > 0);
+        const StoredKey unlocked = QCoro::waitFor(store.readAPIKey());
+        QCOMPARE(unlocked.state, StoredKey::State::found);
+        QCOMPARE(unlocked.key, QStringLiteral("locked-away"));
+    }
+
+    void aLockedKeyringWithoutOurItemIsNoKey()
+    {
+        if (!isScenarioProcess()) {
+            runScenario(QProcessEnvironment::systemEnvironment(),
+                        QStringLiteral(INKWARDEN_KEYRING_DIR "/run-with-keyring.sh"));
+            return;
+        }
+        INKWARDEN_VERIFY_SAVED(save(neighbourService, QStringLiteral("someone else's")));
+        QVERIFY(lockLogin());
+        KeychainStore store(testService, 5s);
+        QCOMPARE(QCoro::waitFor(store.readAPIKey()), StoredKey{});
     }
 
 private:

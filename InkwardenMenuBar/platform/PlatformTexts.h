@@ -12,6 +12,18 @@ inline QString keyringSaveFailure(int status)
            + QStringLiteral(").");
 }
 
+// While the keyring that holds the API key is locked: Inkwarden waits for it instead of signing in.
+inline QString keyringLocked()
+{
+    return QStringLiteral("Unlock your keyring to show your royalties.");
+}
+
+// While the keyring does not answer, or refuses to be read.
+inline QString keyringUnreachable()
+{
+    return QStringLiteral("Your keyring is not answering. Inkwarden will read your API key as soon as it does.");
+}
+
 inline QString apiKeyStorageNote()
 {
     return QStringLiteral(

@@ -1,5 +1,6 @@
 #include "KeychainStore.h"
 
+#include "SecretServiceLock.h"
 #include "platform/PlatformTexts.h"
 
 #include <QCoreApplication>
@@ -123,13 +124,43 @@ QString decodeUtf8(const QByteArray &bytes)
 }
 
 // The coroutines take their inputs by value: a save or delete may outlive the store that started it.
-QCoro::Task<QString> readKey(QString service, milliseconds timeout)
+QCoro::Task<StoredKey> readKey(QString service, milliseconds timeout)
 {
     auto job = makeJob<QKeychain::ReadPasswordJob>(service);
-    if (co_await run(job, timeout) != QKeychain::NoError) {
-        co_return QString();
+    switch (co_await run(job, timeout)) {
+    case QKeychain::NoError: {
+        const QString key = decodeUtf8(job->binaryData());
+        co_return key.isEmpty() ? StoredKey{} : StoredKey{StoredKey::State::found, key};
     }
-    co_return decodeUtf8(job->binaryData());
+    case QKeychain::EntryNotFound:
+    // No keyring on this system at all: there is no key to lose, and signing in says why it is
+    // not kept.
+    case QKeychain::NoBackendAvailable:
+        co_return StoredKey{};
+    default:
+        // A closed or refusing wallet, a keyring that timed out: the key may well be there.
+        co_return StoredKey{StoredKey::State::unreachable, {}};
+    }
+}
+
+QCoro::Task<StoredKey> readKeyAfterAsking(std::shared_ptr<SecretServiceLock> secretService, QString service,
+                                          milliseconds timeout)
+{
+    // Named, not temporaries: g++ 12 mishandles temporaries inside a co_await expression.
+    QCoro::Task<SecretServiceLock::ItemState> asking = secretService->itemState();
+    switch (co_await std::move(asking)) {
+    case SecretServiceLock::ItemState::locked:
+        co_return StoredKey{StoredKey::State::locked, {}};
+    case SecretServiceLock::ItemState::unreachable:
+        co_return StoredKey{StoredKey::State::unreachable, {}};
+    case SecretServiceLock::ItemState::noService:
+    case SecretServiceLock::ItemState::absent:
+    case SecretServiceLock::ItemState::unlocked:
+        // Read in any case: without the Secret Service, QtKeychain may use another store (KWallet).
+        break;
+    }
+    QCoro::Task<StoredKey> reading = readKey(service, timeout);
+    co_return co_await std::move(reading);
 }
 
 QCoro::Task<int> removeKey(QString service, milliseconds timeout)
@@ -172,13 +203,58 @@ KeychainStore::KeychainStore(QString service, std::chrono::milliseconds timeout)
     , m_timeout(timeout)
 {}
 
-QString KeychainStore::loadAPIKey()
+KeychainStore::~KeychainStore()
+{
+    // A read still under way keeps the Secret Service watcher; it must not call back into this.
+    if (m_secretService) {
+        QObject::disconnect(m_secretService.get(), &SecretServiceLock::changed, nullptr, nullptr);
+    }
+}
+
+std::shared_ptr<SecretServiceLock> KeychainStore::secretService()
+{
+    if (!m_secretService) {
+        m_secretService =
+            std::make_shared<SecretServiceLock>(QDBusConnection::sessionBus(), m_service, apiKeyName(), m_timeout);
+        QObject::connect(m_secretService.get(), &SecretServiceLock::changed, m_secretService.get(), [this] {
+            if (m_changeHandler) {
+                m_changeHandler();
+            }
+        });
+    }
+    return m_secretService;
+}
+
+QCoro::Task<StoredKey> KeychainStore::readAPIKey()
 {
     if (QCoreApplication::instance() == nullptr) {
         qCWarning(lcKeychain) << "No application event loop to wait for the keyring on; reading no key";
+        return []() -> QCoro::Task<StoredKey> { co_return StoredKey{}; }();
+    }
+    return readKeyAfterAsking(secretService(), m_service, m_timeout);
+}
+
+QString KeychainStore::loadAPIKey()
+{
+    if (QCoreApplication::instance() == nullptr) {
         return QString();
     }
-    return QCoro::waitFor(readKey(m_service, m_timeout));
+    return QCoro::waitFor(readAPIKey()).key;
+}
+
+void KeychainStore::askToUnlock()
+{
+    if (QCoreApplication::instance() != nullptr) {
+        secretService()->askToUnlock();
+    }
+}
+
+void KeychainStore::setChangeHandler(std::function<void()> handler)
+{
+    m_changeHandler = std::move(handler);
+    if (QCoreApplication::instance() != nullptr) {
+        secretService();
+    }
 }
 
 QCoro::Task<std::optional<RoyaltiesError>> KeychainStore::saveAPIKey(QString key)

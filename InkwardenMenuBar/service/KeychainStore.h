@@ -5,6 +5,9 @@
 #include <QString>
 
 #include <chrono>
+#include <memory>
+
+class SecretServiceLock;
 
 // The API key as one item in the user's keyring: the Secret Service, through QtKeychain, never with
 // its plain-text fallback. Every keyring job has a time-out, because a locked keyring may show a
@@ -28,17 +31,29 @@ public:
     // `service` names the item's service: tests use their own so that a real user's key stays out of
     // reach. `timeout` bounds each keyring job.
     explicit KeychainStore(QString service = defaultService(), std::chrono::milliseconds timeout = defaultTimeout);
+    ~KeychainStore() override;
 
-    // Runs a local event loop until the keyring answers or the time-out passes, so it needs a
-    // QCoreApplication; without one it reads no key.
-    QString loadAPIKey() override;
+    // A locked keyring is found out by asking the Secret Service first, which shows no prompt; only
+    // a key that is there to read is read through QtKeychain (which would prompt for a locked one).
+    QCoro::Task<StoredKey> readAPIKey() override;
     QCoro::Task<std::optional<RoyaltiesError>> saveAPIKey(QString key) override;
     QCoro::Task<> deleteAPIKey() override;
+    void askToUnlock() override;
+    void setChangeHandler(std::function<void()> handler) override;
+
+    // The key, or the empty text: readAPIKey() waited for in a local event loop, for tools and tests.
+    // Needs a QCoreApplication; without one it reads no key.
+    QString loadAPIKey();
 
     // The message of a failed save with `status`, a QtKeychain error code or timedOutStatus.
     static QString saveFailureMessage(int status);
 
 private:
+    std::shared_ptr<SecretServiceLock> secretService();
+
     QString m_service;
     std::chrono::milliseconds m_timeout;
+    // Made on first use, on the session bus; shared with the reads still under way.
+    std::shared_ptr<SecretServiceLock> m_secretService;
+    std::function<void()> m_changeHandler;
 };

@@ -54,7 +54,6 @@ RoyaltiesStore::RoyaltiesStore(StoreEnvironment environment, QObject *parent)
 
     m_serverURL = preferences.string(SettingsKeys::serverURL)
                       .value_or(m_environment.appInfo.defaultServerURL.value_or(builtInServerURL()));
-    m_apiKey = m_environment.secrets.loadAPIKey();
     m_accountID = preferences.string(SettingsKeys::accountID).value_or(QString());
     const qint64 storedMinutes = preferences.integer(SettingsKeys::refreshMinutes).value_or(0);
     m_refreshMinutes = isOfferedRefreshInterval(storedMinutes) ? storedMinutes : 30;
@@ -69,13 +68,20 @@ RoyaltiesStore::RoyaltiesStore(StoreEnvironment environment, QObject *parent)
     m_hiddenSalesMetrics =
         hiddenSalesMetricsFrom(preferences.stringList(SettingsKeys::hiddenSalesMetrics).value_or(QStringList()));
     m_requestAvailableAt = preferences.date(SettingsKeys::requestAvailableAt);
-    m_isConnected = !m_apiKey.isEmpty();
     if (const std::optional<QString> &aside = preferences.setAsideFile()) {
         m_errorMessage = QStringLiteral("Inkwarden could not read its settings file and started with the default "
                                         "settings. The old file was kept as ")
                          + *aside + u'.';
     }
     refreshLaunchAtLoginStatus();
+    // A keyring that answers at once (or a store in memory) connects the store before it is
+    // returned; the real keyring answers later, and nothing waits for it.
+    m_environment.secrets.setChangeHandler([this, alive = std::weak_ptr<bool>(m_alive)] {
+        if (alive.lock() && !m_keyRead) {
+            readStoredKey();
+        }
+    });
+    readStoredKey();
 }
 
 RoyaltiesStore::~RoyaltiesStore()

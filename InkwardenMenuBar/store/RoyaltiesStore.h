@@ -8,6 +8,7 @@
 #include "platform/AppInfo.h"
 #include "service/PublisherAccount.h"
 #include "service/RoyaltiesService.h"
+#include "service/SecretStore.h"
 
 #include <QDateTime>
 #include <QList>
@@ -309,8 +310,19 @@ Q_SIGNALS:
     void updateStatusMessageChanged();
     void canRequestSummaryChanged();
 
+public:
+    // Whether the store still waits for the keyring to say whether it holds a key (a first read
+    // under way, or a keyring that is locked or does not answer).
+    bool isWaitingForKeyring() const { return !m_keyRead; }
+
 private:
     void setRequestAvailableAt(std::optional<QDateTime> value);
+    // The stored key: read as the store is made, without waiting for the keyring; read again when a
+    // locked or silent keyring changes, and every keyringRetryInterval meanwhile.
+    QCoro::Task<> readStoredKey();
+    void adoptStoredKey(const StoredKey &stored);
+    // What start() does once the key is known: connect with it, or sign in without one.
+    void beginWithStoredKey();
     // The published value; setOpensAtLogin(bool) is the user's request to change it.
     void publishOpensAtLogin(bool value);
     void beginRequestCooldown(double seconds);
@@ -387,6 +399,14 @@ private:
     std::optional<QString> m_promptedUpdateVersion;
     // False from the moment the store starts to go away; a task that resumes after that stops at once.
     std::shared_ptr<bool> m_alive = std::make_shared<bool>(true);
+    // The keyring has answered with a key or with none.
+    bool m_keyRead = false;
+    bool m_readingKey = false;
+    bool m_readKeyAgain = false;
+    bool m_startRequested = false;
+    bool m_askedToUnlock = false;
+    std::optional<QString> m_keyringMessage;
+    std::unique_ptr<ClockTimer> m_keyringRetryTimer;
 
     // Presentation for the views: begin
     // The texts and decisions the views show, derived from the published state, so that the views

@@ -3,6 +3,8 @@
 #include "SettingsKeys.h"
 #include "platform/Clock.h"
 #include "platform/NetworkReachability.h"
+#include "platform/PlatformTexts.h"
+#include "service/SecretStore.h"
 
 #include <cmath>
 
@@ -14,6 +16,8 @@ constexpr double requestCooldownSeconds = 3.0;
 constexpr auto cooldownTick = 200ms;
 constexpr auto recoveryTick = 15s;
 constexpr auto startSignInDelay = 500ms;
+// How often a locked or silent keyring is asked again when it says nothing by itself.
+constexpr auto keyringRetryInterval = 60s;
 
 QString noInternetMessage()
 {
@@ -26,6 +30,90 @@ void RoyaltiesStore::start()
 {
     startRecoveryMonitoring();
     updateRequestCooldown();
+    m_startRequested = true;
+    // Until the keyring has answered, neither the figures nor the sign-in can begin.
+    if (m_keyRead) {
+        beginWithStoredKey();
+    }
+}
+
+QCoro::Task<> RoyaltiesStore::readStoredKey()
+{
+    if (m_readingKey) {
+        m_readKeyAgain = true;
+        co_return;
+    }
+    m_readingKey = true;
+    const std::shared_ptr<const bool> alive = m_alive;
+    StoredKey stored;
+    do {
+        m_readKeyAgain = false;
+        // Named, not a temporary: g++ 12 mishandles temporaries inside a co_await expression.
+        QCoro::Task<StoredKey> reading = m_environment.secrets.readAPIKey();
+        stored = co_await std::move(reading);
+        if (!*alive) {
+            co_return;
+        }
+    } while (m_readKeyAgain);
+    m_readingKey = false;
+    adoptStoredKey(stored);
+}
+
+void RoyaltiesStore::adoptStoredKey(const StoredKey &stored)
+{
+    const bool wasProblem = m_keyringMessage.has_value();
+    const auto clearProblem = [this] {
+        m_keyringRetryTimer.reset();
+        if (m_keyringMessage && m_errorMessage == m_keyringMessage) {
+            setErrorMessage(std::nullopt);
+        }
+        m_keyringMessage.reset();
+    };
+    if (m_isConnected) {
+        // Connected meanwhile, through a sign-in whose callback came while the keyring took its
+        // time: the new key stands, and the sign-in has begun the figures.
+        clearProblem();
+        m_keyRead = true;
+        return;
+    }
+    switch (stored.state) {
+    case StoredKey::State::found:
+        clearProblem();
+        setApiKey(stored.key);
+        setIsConnected(true);
+        m_keyRead = true;
+        if (m_startRequested) {
+            beginWithStoredKey();
+        }
+        return;
+    case StoredKey::State::absent:
+        clearProblem();
+        m_keyRead = true;
+        if (m_startRequested || wasProblem) {
+            beginWithStoredKey();
+        }
+        return;
+    case StoredKey::State::locked:
+    case StoredKey::State::unreachable:
+        break;
+    }
+    // Not "no key": the key is most likely there, behind a lock or a keyring that is busy. Say so,
+    // ask once for the unlock, and read again when the keyring changes (or, failing a word from
+    // it, now and then); never sign in because of it.
+    const bool locked = stored.state == StoredKey::State::locked;
+    m_keyringMessage = locked ? PlatformTexts::keyringLocked() : PlatformTexts::keyringUnreachable();
+    setErrorMessage(m_keyringMessage);
+    if (locked && !m_askedToUnlock) {
+        m_askedToUnlock = true;
+        m_environment.secrets.askToUnlock();
+    }
+    if (!m_keyringRetryTimer) {
+        m_keyringRetryTimer = m_environment.clock.startTimer(keyringRetryInterval, true, [this] { readStoredKey(); });
+    }
+}
+
+void RoyaltiesStore::beginWithStoredKey()
+{
     if (m_isConnected) {
         loadAccounts();
         refresh();

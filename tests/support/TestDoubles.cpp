@@ -1,5 +1,33 @@
 #include "TestDoubles.h"
 
+#include <qcoro/qcorosignal.h>
+
+QCoro::Task<StoredKey> MemorySecretStore::readAPIKey()
+{
+    ++reads;
+    if (holdReads) {
+        co_await qCoro(&held, &HeldReads::released);
+    }
+    if (lock) {
+        co_return StoredKey{*lock, {}};
+    }
+    co_return key.isEmpty() ? StoredKey{} : StoredKey{StoredKey::State::found, key};
+}
+
+void MemorySecretStore::change(std::optional<StoredKey::State> newLock)
+{
+    lock = newLock;
+    if (changeHandler) {
+        changeHandler();
+    }
+}
+
+void MemorySecretStore::release()
+{
+    holdReads = false;
+    Q_EMIT held.released();
+}
+
 QCoro::Task<std::optional<RoyaltiesError>> MemorySecretStore::saveAPIKey(QString newKey)
 {
     ++saves;

@@ -8,15 +8,40 @@
 #include <QList>
 #include <QUrl>
 
-// A keyring in memory, with a switch that makes saving fail.
+// Says when held-back keyring answers may go.
+class HeldReads final : public QObject
+{
+    Q_OBJECT
+
+Q_SIGNALS:
+    void released();
+};
+
+// A keyring in memory, with a switch that makes saving fail, and one that locks it: a locked
+// keyring answers reads with `locked` (or `unreachable`) until it is unlocked, and may hold its
+// answers back until released, as a keyring that takes its time.
 class MemorySecretStore final : public SecretStore
 {
 public:
-    QString loadAPIKey() override { return key; }
+    QCoro::Task<StoredKey> readAPIKey() override;
     QCoro::Task<std::optional<RoyaltiesError>> saveAPIKey(QString newKey) override;
     QCoro::Task<> deleteAPIKey() override;
+    void askToUnlock() override { ++unlockRequests; }
+    void setChangeHandler(std::function<void()> handler) override { changeHandler = std::move(handler); }
+
+    // Unlocks (or answers again) and tells the store, as the Secret Service's signal does.
+    void change(std::optional<StoredKey::State> newLock);
+    // Answers the reads held back.
+    void release();
 
     QString key;
+    // The answer instead of the key while set (locked or unreachable).
+    std::optional<StoredKey::State> lock;
+    bool holdReads = false;
+    int reads = 0;
+    int unlockRequests = 0;
+    std::function<void()> changeHandler;
+    HeldReads held;
     std::optional<RoyaltiesError> failSaveWith;
     int saves = 0;
     int deletes = 0;
