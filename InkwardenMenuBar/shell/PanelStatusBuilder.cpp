@@ -29,7 +29,10 @@ PanelStatus PanelStatusBuilder::build(const RoyaltiesStore &store, const MenuBar
     status.toolTipTitle = QStringLiteral("Inkwarden Royalties");
     status.state = state(store);
     QStringList lines;
-    if (status.state == PanelState::signedOut) {
+    if (status.state == PanelState::signedOut && store.isWaitingForKeyring() && store.errorMessage()) {
+        // Not signed out at all: the key is behind a locked keyring, or one that does not answer.
+        lines.append(*store.errorMessage());
+    } else if (status.state == PanelState::signedOut) {
         lines.append(QStringLiteral("Not signed in"));
     } else {
         lines.append(shownTitle.figure() + QStringLiteral(u" \u00B7 ")

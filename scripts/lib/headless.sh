@@ -7,7 +7,7 @@
 #   headless_begin                 scratch home and environment; cleans everything up on exit
 #   headless_start_display [WxH] [ARG…]  Xvfb on a free display number, with extra Xvfb arguments
 #   headless_start_bus             a private session bus
-#   headless_start_keyring         gnome-keyring's secrets, unlocked with an empty password
+#   headless_start_keyring [PW]    gnome-keyring's secrets, unlocked (with password PW when given)
 #   headless_start_panel           xfce4-panel, until its StatusNotifierWatcher is on the bus
 #   headless_start_devserver BIN   the development server on a free port; writes the settings
 #   headless_start_app BIN         Inkwarden, in the background (HEADLESS_APP_PID)
@@ -131,7 +131,12 @@ headless_name_has_owner() {
 }
 
 headless_start_keyring() {
-    eval "$(echo | gnome-keyring-daemon --unlock --components=secrets 2>"$HEADLESS_SCRATCH/keyring.log")"
+    if [ "$#" -gt 0 ]; then
+        # A password someone can type into the keyring's unlock prompt ("" is an empty field).
+        eval "$(printf '%s' "$1" | gnome-keyring-daemon --unlock --components=secrets 2>"$HEADLESS_SCRATCH/keyring.log")"
+    else
+        eval "$(echo | gnome-keyring-daemon --unlock --components=secrets 2>"$HEADLESS_SCRATCH/keyring.log")"
+    fi
     export GNOME_KEYRING_CONTROL
     for _ in $(seq 100); do headless_name_has_owner org.freedesktop.secrets && return 0; sleep 0.05; done
     headless_die "the keyring did not come up on the bus"
