@@ -1,5 +1,6 @@
 // The key store against a real gnome-keyring on a private session bus: run through
 // tests/keyring/run-with-keyring.sh, never against the keyring of the person running the tests.
+#include "platform/PlatformTexts.h"
 #include "service/KeychainStore.h"
 
 #include <QDBusConnection>
@@ -548,6 +549,26 @@ private Q_SLOTS:
         const StoredKey unlocked = QCoro::waitFor(store.readAPIKey());
         QCOMPARE(unlocked.state, StoredKey::State::found);
         QCOMPARE(unlocked.key, QStringLiteral("locked-away"));
+    }
+
+    void aSaveIntoALockedKeyringSaysSo()
+    {
+        if (!isScenarioProcess()) {
+            runScenario(QProcessEnvironment::systemEnvironment(),
+                        QStringLiteral(INKWARDEN_KEYRING_DIR "/run-with-keyring.sh"));
+            return;
+        }
+        SilentService prompter(qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS"),
+                               QStringLiteral("org.gnome.keyring.SystemPrompter"),
+                               QStringLiteral("/org/gnome/keyring/Prompter"));
+        QVERIFY(prompter.isOnBus());
+        QVERIFY(lockLogin());
+        KeychainStore store(testService, 500ms);
+        const std::optional<RoyaltiesError> failure = QCoro::waitFor(store.saveAPIKey(QStringLiteral("new-key")));
+        QVERIFY(failure.has_value());
+        QCOMPARE(failure->kind(), RoyaltiesError::Kind::server);
+        QCOMPARE(failure->message(), PlatformTexts::keyringLockedSaveFailure());
+        QVERIFY(prompter.unansweredCalls() > 0);
     }
 
     void aLockedKeyringWithoutOurItemIsNoKey()

@@ -24,6 +24,13 @@ inline QString keyringUnreachable()
     return QStringLiteral("Your keyring is not answering. Inkwarden will read your API key as soon as it does.");
 }
 
+// A save that failed while the keyring stayed locked.
+inline QString keyringLockedSaveFailure()
+{
+    return QStringLiteral("Your keyring is locked, so the API key could not be saved. Unlock your keyring, then "
+                          "sign in again.");
+}
+
 inline QString apiKeyStorageNote()
 {
     return QStringLiteral(

@@ -257,9 +257,32 @@ void KeychainStore::setChangeHandler(std::function<void()> handler)
     }
 }
 
+namespace {
+
+QCoro::Task<std::optional<RoyaltiesError>> saveAndSayWhy(std::shared_ptr<SecretServiceLock> secretService,
+                                                         QString service, milliseconds timeout, QString key)
+{
+    // Named, not temporaries: g++ 12 mishandles temporaries inside a co_await expression.
+    QCoro::Task<std::optional<RoyaltiesError>> writing = writeKey(service, timeout, std::move(key));
+    std::optional<RoyaltiesError> failure = co_await std::move(writing);
+    if (!failure || !secretService) {
+        co_return failure;
+    }
+    // A keyring that stayed locked (its prompt dismissed or not answered) is the likeliest reason,
+    // and one the user can do something about.
+    QCoro::Task<bool> asking = secretService->isDefaultCollectionLocked();
+    if (co_await std::move(asking)) {
+        co_return RoyaltiesError::server(PlatformTexts::keyringLockedSaveFailure());
+    }
+    co_return failure;
+}
+
+} // namespace
+
 QCoro::Task<std::optional<RoyaltiesError>> KeychainStore::saveAPIKey(QString key)
 {
-    return writeKey(m_service, m_timeout, std::move(key));
+    return saveAndSayWhy(QCoreApplication::instance() != nullptr ? secretService() : nullptr, m_service, m_timeout,
+                         std::move(key));
 }
 
 QCoro::Task<> KeychainStore::deleteAPIKey()

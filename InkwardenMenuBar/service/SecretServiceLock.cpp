@@ -93,6 +93,23 @@ QCoro::Task<SecretServiceLock::ItemState> SecretServiceLock::itemState()
     co_return ItemState::absent;
 }
 
+QCoro::Task<bool> SecretServiceLock::isDefaultCollectionLocked()
+{
+    if (!m_bus.isConnected()) {
+        co_return false;
+    }
+    QDBusMessage get =
+        QDBusMessage::createMethodCall(secretsName, QStringLiteral("/org/freedesktop/secrets/aliases/default"),
+                                       QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+    get << QStringLiteral("org.freedesktop.Secret.Collection") << QStringLiteral("Locked");
+    QDBusPendingCall pending = m_bus.asyncCall(get, int(m_timeout.count()));
+    const QDBusMessage reply = co_await pending;
+    if (reply.type() != QDBusMessage::ReplyMessage || reply.arguments().isEmpty()) {
+        co_return false;
+    }
+    co_return reply.arguments().at(0).value<QDBusVariant>().variant().toBool();
+}
+
 QCoro::Task<> SecretServiceLock::askToUnlock()
 {
     if (m_asking || !m_bus.isConnected()) {

@@ -31,6 +31,9 @@ public:
                       QObject *parent = nullptr);
 
     QCoro::Task<ItemState> itemState();
+    // Whether the collection new items go to (the "default" alias) is locked; false when that
+    // cannot be told.
+    QCoro::Task<bool> isDefaultCollectionLocked();
     // Asks the service to unlock the item's collection, through its own prompt; the answer comes as
     // `changed`. Once at a time.
     QCoro::Task<> askToUnlock();
