@@ -148,7 +148,8 @@ QCoro::Task<StoredKey> readKeyAfterAsking(std::shared_ptr<SecretServiceLock> sec
 {
     // Named, not temporaries: g++ 12 mishandles temporaries inside a co_await expression.
     QCoro::Task<SecretServiceLock::ItemState> asking = secretService->itemState();
-    switch (co_await std::move(asking)) {
+    const SecretServiceLock::ItemState state = co_await std::move(asking);
+    switch (state) {
     case SecretServiceLock::ItemState::locked:
         co_return StoredKey{StoredKey::State::locked, {}};
     case SecretServiceLock::ItemState::unreachable:
@@ -160,7 +161,13 @@ QCoro::Task<StoredKey> readKeyAfterAsking(std::shared_ptr<SecretServiceLock> sec
         break;
     }
     QCoro::Task<StoredKey> reading = readKey(service, timeout);
-    co_return co_await std::move(reading);
+    const StoredKey stored = co_await std::move(reading);
+    if (state == SecretServiceLock::ItemState::noService && stored.state == StoredKey::State::unreachable) {
+        // No Secret Service on the bus and no other store that answers: there is no keyring here
+        // at all, so no key to lose, and signing in says why it cannot be kept.
+        co_return StoredKey{};
+    }
+    co_return stored;
 }
 
 QCoro::Task<int> removeKey(QString service, milliseconds timeout)

@@ -5,6 +5,7 @@
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
 #include <QDBusPendingCall>
+#include <QDBusServiceWatcher>
 #include <QDBusVariant>
 #include <QLoggingCategory>
 #include <qcoro/qcorodbuspendingcall.h>
@@ -58,9 +59,8 @@ SecretServiceLock::SecretServiceLock(QDBusConnection bus, QString service, QStri
                   SLOT(onCollectionChanged(QDBusObjectPath)));
     m_bus.connect(secretsName, secretsPath, serviceInterface, QStringLiteral("CollectionCreated"), this,
                   SLOT(onCollectionChanged(QDBusObjectPath)));
-    m_bus.connect(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
-                  QStringLiteral("org.freedesktop.DBus"), QStringLiteral("NameOwnerChanged"), this,
-                  SLOT(onOwnerChanged(QString, QString, QString)));
+    auto *watcher = new QDBusServiceWatcher(secretsName, m_bus, QDBusServiceWatcher::WatchForOwnerChange, this);
+    QObject::connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this, &SecretServiceLock::changed);
 }
 
 QCoro::Task<SecretServiceLock::ItemState> SecretServiceLock::itemState()
@@ -171,11 +171,4 @@ void SecretServiceLock::onPromptCompleted(bool dismissed, const QDBusVariant &)
     qCDebug(lcSecretService) << "Unlock prompt completed, dismissed:" << dismissed;
     m_asking = false;
     Q_EMIT changed();
-}
-
-void SecretServiceLock::onOwnerChanged(const QString &name, const QString &, const QString &)
-{
-    if (name == secretsName) {
-        Q_EMIT changed();
-    }
 }

@@ -45,7 +45,6 @@ Q_SIGNALS:
 public Q_SLOTS:
     void onCollectionChanged(const QDBusObjectPath &collection);
     void onPromptCompleted(bool dismissed, const QDBusVariant &result);
-    void onOwnerChanged(const QString &name, const QString &oldOwner, const QString &newOwner);
 
 private:
     QDBusConnection m_bus;
