@@ -2,13 +2,11 @@
 // apart from no key (a message, one unlock request, no browser sign-in, a connection as soon as the
 // key reads), and a callback that arrives while the keyring still takes its time.
 #include "ApiKeys.h"
-#include "HttpTestClient.h"
 #include "platform/PlatformTexts.h"
 #include "store/SettingsKeys.h"
 #include "support/StoreFixture.h"
 
 #include <QTest>
-#include <QUrlQuery>
 
 using namespace std::chrono_literals;
 
@@ -134,7 +132,7 @@ private Q_SLOTS:
         m_fixture->secrets.holdReads = true;
         RoyaltiesStore &store = m_fixture->makeStore();
         store.start();
-        store.handleAuthenticationCallback(authorizeInBrowser(page));
+        store.handleAuthenticationCallback(m_fixture->authorizeInBrowser(page));
         QTRY_VERIFY_WITH_TIMEOUT(store.isConnected(), 5000);
         const QString signedInKey = store.apiKey();
         QVERIFY(!signedInKey.isEmpty());
@@ -150,23 +148,8 @@ private Q_SLOTS:
     }
 
 private:
-    QString authorizeInBrowser(const QUrl &connectPage);
-
     std::unique_ptr<StoreFixture> m_fixture;
-    HttpTestClient m_browser;
 };
-
-QString TestStoreKeyring::authorizeInBrowser(const QUrl &connectPage)
-{
-    const QUrlQuery asked(connectPage);
-    QUrlQuery form;
-    form.addQueryItem(QStringLiteral("code_challenge"), asked.queryItemValue(QStringLiteral("code_challenge")));
-    form.addQueryItem(QStringLiteral("state"), asked.queryItemValue(QStringLiteral("state")));
-    const HttpResult redirect =
-        m_browser.post(m_fixture->server->url(QStringLiteral("/mac-app/connect/authorize/")),
-                       form.query(QUrl::FullyEncoded).toUtf8(), "application/x-www-form-urlencoded");
-    return QString::fromUtf8(redirect.header("Location"));
-}
 
 QTEST_GUILESS_MAIN(TestStoreKeyring)
 #include "tst_storekeyring.moc"

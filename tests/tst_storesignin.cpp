@@ -1,4 +1,3 @@
-#include "HttpTestClient.h"
 #include "store/SettingsKeys.h"
 #include "support/StoreFixture.h"
 
@@ -61,28 +60,8 @@ private Q_SLOTS:
     void pageURLKeepsBasePathAndDropsQuery();
 
 private:
-    // The browser's part: open the page, press Authorize, and give the address it sends the user to.
-    QString authorizeInBrowser(const QUrl &connectPage);
-
     std::unique_ptr<StoreFixture> m_fixture;
-    HttpTestClient m_browser;
 };
-
-QString TestStoreSignIn::authorizeInBrowser(const QUrl &connectPage)
-{
-    const HttpResult page = m_browser.get(connectPage);
-    if (page.status != 200) {
-        return {};
-    }
-    const QUrlQuery asked(connectPage);
-    QUrlQuery form;
-    form.addQueryItem(QStringLiteral("code_challenge"), asked.queryItemValue(QStringLiteral("code_challenge")));
-    form.addQueryItem(QStringLiteral("state"), asked.queryItemValue(QStringLiteral("state")));
-    const HttpResult redirect =
-        m_browser.post(m_fixture->server->url(QStringLiteral("/mac-app/connect/authorize/")),
-                       form.query(QUrl::FullyEncoded).toUtf8(), "application/x-www-form-urlencoded");
-    return QString::fromUtf8(redirect.header("Location"));
-}
 
 void TestStoreSignIn::challengeIs43Base64UrlCharacters()
 {
@@ -173,7 +152,7 @@ void TestStoreSignIn::fullSignInAgainstTheServer()
     m_fixture->clock.advance(500ms);
     QCOMPARE(m_fixture->desktop.openedURLs.size(), 1);
 
-    const QString callback = authorizeInBrowser(m_fixture->desktop.openedURLs.first());
+    const QString callback = m_fixture->authorizeInBrowser(m_fixture->desktop.openedURLs.first());
     QVERIFY(callback.startsWith(QStringLiteral("inkwarden://authenticated?")));
     store.handleAuthenticationCallback(callback);
     QVERIFY(store.isAuthenticating());
@@ -210,7 +189,7 @@ void TestStoreSignIn::callbackAfterRelaunchIsAccepted()
     m_fixture->reopenPreferences();
 
     RoyaltiesStore &relaunched = m_fixture->makeStore();
-    relaunched.handleAuthenticationCallback(authorizeInBrowser(page));
+    relaunched.handleAuthenticationCallback(m_fixture->authorizeInBrowser(page));
     QTRY_VERIFY_WITH_TIMEOUT(relaunched.isConnected(), 5000);
     QVERIFY(!relaunched.errorMessage().has_value());
 }
@@ -220,7 +199,7 @@ void TestStoreSignIn::mismatchedStateKeepsPendingValuesForTheRightCallback()
     m_fixture->preferences().setString(SettingsKeys::serverURL, m_fixture->server->baseUrl().toString());
     RoyaltiesStore &store = m_fixture->makeStore();
     store.beginBrowserAuthentication();
-    const QString callback = authorizeInBrowser(m_fixture->desktop.openedURLs.first());
+    const QString callback = m_fixture->authorizeInBrowser(m_fixture->desktop.openedURLs.first());
     QUrl forged(callback);
     QUrlQuery query(forged);
     query.removeAllQueryItems(QStringLiteral("state"));
@@ -297,7 +276,7 @@ void TestStoreSignIn::failedKeySaveKeepsPendingValues()
         RoyaltiesError::server(QStringLiteral("Could not save the API key in the keyring (7)."));
     RoyaltiesStore &store = m_fixture->makeStore();
     store.beginBrowserAuthentication();
-    store.handleAuthenticationCallback(authorizeInBrowser(m_fixture->desktop.openedURLs.first()));
+    store.handleAuthenticationCallback(m_fixture->authorizeInBrowser(m_fixture->desktop.openedURLs.first()));
     QVERIFY(m_fixture->waitUntilIdle());
     QCOMPARE(store.errorMessage(),
              std::optional<QString>(QStringLiteral("Could not save the API key in the keyring (7).")));

@@ -63,11 +63,8 @@ SecretServiceLock::SecretServiceLock(QDBusConnection bus, QString service, QStri
     QObject::connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this, &SecretServiceLock::changed);
 }
 
-QCoro::Task<SecretServiceLock::ItemState> SecretServiceLock::itemState()
+QCoro::Task<QDBusMessage> SecretServiceLock::searchItems()
 {
-    if (!m_bus.isConnected()) {
-        co_return ItemState::noService;
-    }
     // The attributes QtKeychain files the item under.
     const Attributes attributes{{QStringLiteral("server"), m_service}, {QStringLiteral("user"), m_keyName}};
     QDBusMessage call =
@@ -75,7 +72,16 @@ QCoro::Task<SecretServiceLock::ItemState> SecretServiceLock::itemState()
     call << QVariant::fromValue(attributes);
     // Named, not a temporary: g++ 12 mishandles temporaries inside a co_await expression.
     QDBusPendingCall pending = m_bus.asyncCall(call, int(m_timeout.count()));
-    const QDBusMessage reply = co_await pending;
+    co_return co_await pending;
+}
+
+QCoro::Task<SecretServiceLock::ItemState> SecretServiceLock::itemState()
+{
+    if (!m_bus.isConnected()) {
+        co_return ItemState::noService;
+    }
+    QCoro::Task<QDBusMessage> searching = searchItems();
+    const QDBusMessage reply = co_await std::move(searching);
     if (reply.type() == QDBusMessage::ErrorMessage) {
         const QDBusError error(reply);
         qCWarning(lcSecretService) << "SearchItems:" << error.name() << error.message();
@@ -116,12 +122,8 @@ QCoro::Task<> SecretServiceLock::askToUnlock()
         co_return;
     }
     m_asking = true;
-    const Attributes attributes{{QStringLiteral("server"), m_service}, {QStringLiteral("user"), m_keyName}};
-    QDBusMessage search =
-        QDBusMessage::createMethodCall(secretsName, secretsPath, serviceInterface, QStringLiteral("SearchItems"));
-    search << QVariant::fromValue(attributes);
-    QDBusPendingCall searching = m_bus.asyncCall(search, int(m_timeout.count()));
-    const QDBusMessage found = co_await searching;
+    QCoro::Task<QDBusMessage> searching = searchItems();
+    const QDBusMessage found = co_await std::move(searching);
     const QList<QDBusObjectPath> locked = found.type() == QDBusMessage::ReplyMessage && found.arguments().size() == 2
                                               ? pathsFrom(found.arguments().at(1))
                                               : QList<QDBusObjectPath>();
@@ -146,6 +148,7 @@ QCoro::Task<> SecretServiceLock::askToUnlock()
         Q_EMIT changed();
         co_return;
     }
+    m_prompt = prompt;
     m_bus.connect(secretsName, prompt, promptInterface, QStringLiteral("Completed"), this,
                   SLOT(onPromptCompleted(bool, QDBusVariant)));
     QDBusMessage show = QDBusMessage::createMethodCall(secretsName, prompt, promptInterface, QStringLiteral("Prompt"));
@@ -155,9 +158,7 @@ QCoro::Task<> SecretServiceLock::askToUnlock()
     const QDBusMessage shown = co_await showing;
     if (shown.type() != QDBusMessage::ReplyMessage) {
         qCWarning(lcSecretService) << "The unlock prompt did not show:" << QDBusError(shown).message();
-        m_bus.disconnect(secretsName, prompt, promptInterface, QStringLiteral("Completed"), this,
-                         SLOT(onPromptCompleted(bool, QDBusVariant)));
-        m_asking = false;
+        forgetPrompt();
     }
 }
 
@@ -169,6 +170,16 @@ void SecretServiceLock::onCollectionChanged(const QDBusObjectPath &)
 void SecretServiceLock::onPromptCompleted(bool dismissed, const QDBusVariant &)
 {
     qCDebug(lcSecretService) << "Unlock prompt completed, dismissed:" << dismissed;
-    m_asking = false;
+    forgetPrompt();
     Q_EMIT changed();
+}
+
+void SecretServiceLock::forgetPrompt()
+{
+    if (!m_prompt.isEmpty()) {
+        m_bus.disconnect(secretsName, m_prompt, promptInterface, QStringLiteral("Completed"), this,
+                         SLOT(onPromptCompleted(bool, QDBusVariant)));
+        m_prompt.clear();
+    }
+    m_asking = false;
 }

@@ -47,9 +47,16 @@ public Q_SLOTS:
     void onPromptCompleted(bool dismissed, const QDBusVariant &result);
 
 private:
+    // SearchItems for Inkwarden's item: the reply, whatever it is.
+    QCoro::Task<QDBusMessage> searchItems();
+    // Drops the subscription to the prompt that was shown, once it has answered or failed.
+    void forgetPrompt();
+
     QDBusConnection m_bus;
     QString m_service;
     QString m_keyName;
     std::chrono::milliseconds m_timeout;
     bool m_asking = false;
+    // The prompt shown for the unlock, while it has not answered.
+    QString m_prompt;
 };

@@ -1,7 +1,10 @@
 #include "StoreFixture.h"
 
+#include "HttpTestClient.h"
+
 #include <QDeadlineTimer>
 #include <QTest>
+#include <QUrlQuery>
 
 StoreFixture::StoreFixture()
 {
@@ -44,6 +47,23 @@ RoyaltiesStore &StoreFixture::makeConnectedStore()
     secrets.key = ApiKeys::demoKey();
     m_preferences->setString(QStringLiteral("serverURL"), server->baseUrl().toString());
     return makeStore();
+}
+
+QString StoreFixture::authorizeInBrowser(const QUrl &connectPage)
+{
+    HttpTestClient browser;
+    const HttpResult page = browser.get(connectPage);
+    if (page.status != 200) {
+        return {};
+    }
+    const QUrlQuery asked(connectPage);
+    QUrlQuery form;
+    form.addQueryItem(QStringLiteral("code_challenge"), asked.queryItemValue(QStringLiteral("code_challenge")));
+    form.addQueryItem(QStringLiteral("state"), asked.queryItemValue(QStringLiteral("state")));
+    const HttpResult redirect =
+        browser.post(server->url(QStringLiteral("/mac-app/connect/authorize/")),
+                     form.query(QUrl::FullyEncoded).toUtf8(), "application/x-www-form-urlencoded");
+    return QString::fromUtf8(redirect.header("Location"));
 }
 
 QList<RecordedRequest> StoreFixture::statisticsRequests() const

@@ -37,6 +37,10 @@ public:
     // The cache folder the store was given; downloaded updates go below it.
     QString cacheFolder() const { return m_cacheFolder.path(); }
 
+    // The browser's part of a sign-in: opens the connect page the store asked for, presses
+    // Authorize, and gives the inkwarden:// address the browser is sent to (empty on failure).
+    QString authorizeInBrowser(const QUrl &connectPage);
+
     // Statistics requests the server has seen.
     QList<RecordedRequest> statisticsRequests() const;
     // Waits (in real time, for real HTTP) until the store has no request in flight.
