@@ -78,6 +78,7 @@ private Q_SLOTS:
     void openingCatchesUpAMissedRefreshAndPromptsForUpdate();
     void menuEntriesDoWhatTheySay();
     void panelStatusBeforeSignInSaysSignedOut();
+    void panelStatusAfterAFailedSignInSaysWhy();
     void panelStatusGoesFromLoadingToOkWithTheFigure();
     void panelStatusKeepsTheFigureAndCarriesTheErrorAfterAFailure();
     void panelStatusWithoutTheNetworkIsOffline();
@@ -294,6 +295,17 @@ void TestAppDelegate::panelStatusBeforeSignInSaysSignedOut()
     QCOMPARE(status.title, QStringLiteral(u"\u25C9 \u2014"));
     QCOMPARE(status.toolTip(), QStringLiteral("Inkwarden Royalties\nNot signed in"));
     QCOMPARE(m_item.toolTip, std::make_pair(status.toolTipTitle, status.toolTipBody));
+}
+
+void TestAppDelegate::panelStatusAfterAFailedSignInSaysWhy()
+{
+    AppDelegate &delegate = makeDelegate(false);
+    delegate.applicationDidFinishLaunching();
+    m_fixture->store().handleAuthenticationCallback(QStringLiteral("inkwarden://elsewhere?code=1&state=2"));
+    const PanelStatus &status = delegate.panelStatus();
+    QCOMPARE(status.state, PanelState::signedOut);
+    QCOMPARE(status.toolTip(),
+             QStringLiteral("Inkwarden Royalties\nNot signed in\nInkwarden received an invalid sign-in response."));
 }
 
 void TestAppDelegate::panelStatusGoesFromLoadingToOkWithTheFigure()

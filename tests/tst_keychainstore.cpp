@@ -1,6 +1,7 @@
 // The key store against a real gnome-keyring on a private session bus: run through
 // tests/keyring/run-with-keyring.sh, never against the keyring of the person running the tests.
 #include "platform/PlatformTexts.h"
+#include "service/KWalletLock.h"
 #include "service/KeychainStore.h"
 
 #include <QDBusConnection>
@@ -24,6 +25,7 @@
 #include <memory>
 
 using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -432,6 +434,40 @@ private Q_SLOTS:
                  QStringLiteral("Could not save the API key in the keyring (5)."));
         QCOMPARE(KeychainStore::saveFailureMessage(KeychainStore::timedOutStatus),
                  QStringLiteral("Could not save the API key in the keyring (-1)."));
+    }
+
+    // QtKeychain keeps the key in KWallet on Plasma 5 only; the keyring Inkwarden asks about a lock
+    // must be the one the key is in.
+    void plasma5SessionsKeepTheKeyInKWallet_data()
+    {
+        QTest::addColumn<QStringList>("environment");
+        QTest::addColumn<bool>("kwallet");
+        QTest::newRow("Plasma 5") << QStringList{u"XDG_CURRENT_DESKTOP=KDE"_s, u"KDE_SESSION_VERSION=5"_s} << true;
+        QTest::newRow("Plasma 6") << QStringList{u"XDG_CURRENT_DESKTOP=KDE"_s, u"KDE_SESSION_VERSION=6"_s} << false;
+        QTest::newRow("KDE without a version") << QStringList{u"XDG_CURRENT_DESKTOP=KDE"_s} << false;
+        QTest::newRow("GNOME") << QStringList{u"XDG_CURRENT_DESKTOP=GNOME"_s, u"KDE_SESSION_VERSION=5"_s} << false;
+        QTest::newRow("XFCE") << QStringList{u"XDG_CURRENT_DESKTOP=XFCE"_s, u"KDE_FULL_SESSION=true"_s} << false;
+        QTest::newRow("Ubuntu's GNOME") << QStringList{u"XDG_CURRENT_DESKTOP=ubuntu:GNOME"_s,
+                                                       u"DESKTOP_SESSION=ubuntu"_s}
+                                        << false;
+        QTest::newRow("kde session") << QStringList{u"DESKTOP_SESSION=kde"_s, u"KDE_SESSION_VERSION=5"_s} << true;
+        QTest::newRow("full KDE session")
+            << QStringList{u"KDE_FULL_SESSION=true"_s, u"KDE_SESSION_VERSION=5"_s} << true;
+        QTest::newRow("GNOME session id first") << QStringList{u"GNOME_DESKTOP_SESSION_ID=this-is-deprecated"_s,
+                                                               u"KDE_FULL_SESSION=true"_s, u"KDE_SESSION_VERSION=5"_s}
+                                                << false;
+        QTest::newRow("nothing") << QStringList{} << false;
+    }
+
+    void plasma5SessionsKeepTheKeyInKWallet()
+    {
+        QFETCH(QStringList, environment);
+        QFETCH(bool, kwallet);
+        QProcessEnvironment session;
+        for (const QString &setting : environment) {
+            session.insert(setting.section(u'=', 0, 0), setting.section(u'=', 1));
+        }
+        QCOMPARE(KWalletLock::isUsedIn(session), kwallet);
     }
 
     void missingSecretServiceLoadsNoKey()

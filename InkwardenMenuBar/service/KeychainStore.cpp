@@ -1,15 +1,18 @@
 #include "KeychainStore.h"
 
+#include "KWalletLock.h"
 #include "SecretServiceLock.h"
 #include "platform/PlatformTexts.h"
 
 #include <QCoreApplication>
 #include <QLoggingCategory>
 #include <QObject>
+#include <QProcessEnvironment>
 #include <QStringDecoder>
 #include <QTimer>
 #include <qt6keychain/keychain.h>
 
+#include <algorithm>
 #include <coroutine>
 #include <memory>
 #include <utility>
@@ -143,28 +146,29 @@ QCoro::Task<StoredKey> readKey(QString service, milliseconds timeout)
     }
 }
 
-QCoro::Task<StoredKey> readKeyAfterAsking(std::shared_ptr<SecretServiceLock> secretService, QString service,
-                                          milliseconds timeout)
+QCoro::Task<StoredKey> readKeyAfterAsking(std::shared_ptr<KeyringLock> lock, QString service, milliseconds timeout)
 {
     // Named, not temporaries: g++ 12 mishandles temporaries inside a co_await expression.
-    QCoro::Task<SecretServiceLock::ItemState> asking = secretService->itemState();
-    const SecretServiceLock::ItemState state = co_await std::move(asking);
+    QCoro::Task<KeyringLock::ItemState> asking = lock->itemState();
+    const KeyringLock::ItemState state = co_await std::move(asking);
     switch (state) {
-    case SecretServiceLock::ItemState::locked:
+    case KeyringLock::ItemState::locked:
         co_return StoredKey{StoredKey::State::locked, {}};
-    case SecretServiceLock::ItemState::unreachable:
+    case KeyringLock::ItemState::unreachable:
         co_return StoredKey{StoredKey::State::unreachable, {}};
-    case SecretServiceLock::ItemState::noService:
-    case SecretServiceLock::ItemState::absent:
-    case SecretServiceLock::ItemState::unlocked:
-        // Read in any case: without the Secret Service, QtKeychain may use another store (KWallet).
+    case KeyringLock::ItemState::absent:
+        // Not read: reading would open a closed KDE wallet, dialog and all, for nothing.
+        co_return StoredKey{};
+    case KeyringLock::ItemState::noService:
+    case KeyringLock::ItemState::unlocked:
+        // Read in any case: without the keyring asked, QtKeychain may still find another store.
         break;
     }
     QCoro::Task<StoredKey> reading = readKey(service, timeout);
     const StoredKey stored = co_await std::move(reading);
-    if (state == SecretServiceLock::ItemState::noService && stored.state == StoredKey::State::unreachable) {
-        // No Secret Service on the bus and no other store that answers: there is no keyring here
-        // at all, so no key to lose, and signing in says why it cannot be kept.
+    if (state == KeyringLock::ItemState::noService && stored.state == StoredKey::State::unreachable) {
+        // No keyring on the bus and no other store that answers: there is no keyring here at all,
+        // so no key to lose, and signing in says why it cannot be kept.
         co_return StoredKey{};
     }
     co_return stored;
@@ -180,9 +184,12 @@ QCoro::Task<std::optional<RoyaltiesError>> writeKey(QString service, millisecond
 {
     // The old item goes first, whatever its status. A keyring that does not answer even that would
     // only queue the write behind it (QtKeychain runs one job at a time), so the save fails at once
-    // instead of waiting out a second time-out.
-    if (co_await removeKey(service, timeout) == KeychainStore::timedOutStatus) {
-        co_return RoyaltiesError::server(KeychainStore::saveFailureMessage(KeychainStore::timedOutStatus));
+    // instead of waiting out a second time-out; one the user refused (KWallet's dialog dismissed)
+    // is not asked a second time.
+    const int removal = co_await removeKey(service, timeout);
+    if (removal == KeychainStore::timedOutStatus || removal == QKeychain::AccessDenied
+        || removal == QKeychain::AccessDeniedByUser) {
+        co_return RoyaltiesError::server(KeychainStore::saveFailureMessage(removal));
     }
     auto job = makeJob<QKeychain::WritePasswordJob>(service);
     job->setTextData(key);
@@ -205,31 +212,37 @@ QString KeychainStore::apiKeyName()
     return QStringLiteral("inkwarden-api-key");
 }
 
-KeychainStore::KeychainStore(QString service, std::chrono::milliseconds timeout)
+KeychainStore::KeychainStore(QString service, std::chrono::milliseconds timeout,
+                             std::chrono::milliseconds promptTimeout)
     : m_service(std::move(service))
     , m_timeout(timeout)
+    , m_promptTimeout(promptTimeout)
 {}
 
 KeychainStore::~KeychainStore()
 {
-    // A read still under way keeps the Secret Service watcher; it must not call back into this.
-    if (m_secretService) {
-        QObject::disconnect(m_secretService.get(), &SecretServiceLock::changed, nullptr, nullptr);
+    // A read still under way keeps the keyring's watcher; it must not call back into this.
+    if (m_lock) {
+        QObject::disconnect(m_lock.get(), &KeyringLock::changed, nullptr, nullptr);
     }
 }
 
-std::shared_ptr<SecretServiceLock> KeychainStore::secretService()
+std::shared_ptr<KeyringLock> KeychainStore::keyringLock()
 {
-    if (!m_secretService) {
-        m_secretService =
-            std::make_shared<SecretServiceLock>(QDBusConnection::sessionBus(), m_service, apiKeyName(), m_timeout);
-        QObject::connect(m_secretService.get(), &SecretServiceLock::changed, m_secretService.get(), [this] {
+    if (!m_lock) {
+        const QDBusConnection bus = QDBusConnection::sessionBus();
+        if (KWalletLock::isUsedIn(QProcessEnvironment::systemEnvironment())) {
+            m_lock = std::make_shared<KWalletLock>(bus, m_service, apiKeyName(), m_timeout);
+        } else {
+            m_lock = std::make_shared<SecretServiceLock>(bus, m_service, apiKeyName(), m_timeout);
+        }
+        QObject::connect(m_lock.get(), &KeyringLock::changed, m_lock.get(), [this] {
             if (m_changeHandler) {
                 m_changeHandler();
             }
         });
     }
-    return m_secretService;
+    return m_lock;
 }
 
 QCoro::Task<StoredKey> KeychainStore::readAPIKey()
@@ -238,7 +251,7 @@ QCoro::Task<StoredKey> KeychainStore::readAPIKey()
         qCWarning(lcKeychain) << "No application event loop to wait for the keyring on; reading no key";
         return []() -> QCoro::Task<StoredKey> { co_return StoredKey{}; }();
     }
-    return readKeyAfterAsking(secretService(), m_service, m_timeout);
+    return readKeyAfterAsking(keyringLock(), m_service, m_timeout);
 }
 
 QString KeychainStore::loadAPIKey()
@@ -252,7 +265,7 @@ QString KeychainStore::loadAPIKey()
 void KeychainStore::askToUnlock()
 {
     if (QCoreApplication::instance() != nullptr) {
-        secretService()->askToUnlock();
+        keyringLock()->askToUnlock();
     }
 }
 
@@ -260,24 +273,29 @@ void KeychainStore::setChangeHandler(std::function<void()> handler)
 {
     m_changeHandler = std::move(handler);
     if (QCoreApplication::instance() != nullptr) {
-        secretService();
+        keyringLock();
     }
 }
 
 namespace {
 
-QCoro::Task<std::optional<RoyaltiesError>> saveAndSayWhy(std::shared_ptr<SecretServiceLock> secretService,
-                                                         QString service, milliseconds timeout, QString key)
+QCoro::Task<std::optional<RoyaltiesError>> saveAndSayWhy(std::shared_ptr<KeyringLock> lock, QString service,
+                                                         milliseconds timeout, milliseconds promptTimeout, QString key)
 {
     // Named, not temporaries: g++ 12 mishandles temporaries inside a co_await expression.
-    QCoro::Task<std::optional<RoyaltiesError>> writing = writeKey(service, timeout, std::move(key));
+    QCoro::Task<bool> asking = lock ? lock->isLockedForSaving() : []() -> QCoro::Task<bool> { co_return false; }();
+    // A locked keyring shows its prompt (or KWallet its wizard) as the save begins: the user gets
+    // time to answer it.
+    const bool prompts = co_await std::move(asking);
+    QCoro::Task<std::optional<RoyaltiesError>> writing =
+        writeKey(service, prompts ? std::max(timeout, promptTimeout) : timeout, std::move(key));
     std::optional<RoyaltiesError> failure = co_await std::move(writing);
-    if (!failure || !secretService) {
+    if (!failure || !lock) {
         co_return failure;
     }
     // A keyring that stayed locked (its prompt dismissed or not answered) is the likeliest reason,
     // and one the user can do something about.
-    QCoro::Task<bool> asking = secretService->isDefaultCollectionLocked();
+    asking = lock->isLockedForSaving();
     if (co_await std::move(asking)) {
         co_return RoyaltiesError::server(PlatformTexts::keyringLockedSaveFailure());
     }
@@ -288,8 +306,8 @@ QCoro::Task<std::optional<RoyaltiesError>> saveAndSayWhy(std::shared_ptr<SecretS
 
 QCoro::Task<std::optional<RoyaltiesError>> KeychainStore::saveAPIKey(QString key)
 {
-    return saveAndSayWhy(QCoreApplication::instance() != nullptr ? secretService() : nullptr, m_service, m_timeout,
-                         std::move(key));
+    return saveAndSayWhy(QCoreApplication::instance() != nullptr ? keyringLock() : nullptr, m_service, m_timeout,
+                         m_promptTimeout, std::move(key));
 }
 
 QCoro::Task<> KeychainStore::deleteAPIKey()

@@ -40,7 +40,7 @@ bool isNoService(const QDBusError &error)
 
 SecretServiceLock::SecretServiceLock(QDBusConnection bus, QString service, QString keyName,
                                      std::chrono::milliseconds timeout, QObject *parent)
-    : QObject(parent)
+    : KeyringLock(parent)
     , m_bus(std::move(bus))
     , m_service(std::move(service))
     , m_keyName(std::move(keyName))
@@ -75,7 +75,7 @@ QCoro::Task<QDBusMessage> SecretServiceLock::searchItems()
     co_return co_await pending;
 }
 
-QCoro::Task<SecretServiceLock::ItemState> SecretServiceLock::itemState()
+QCoro::Task<KeyringLock::ItemState> SecretServiceLock::itemState()
 {
     if (!m_bus.isConnected()) {
         co_return ItemState::noService;
@@ -99,7 +99,7 @@ QCoro::Task<SecretServiceLock::ItemState> SecretServiceLock::itemState()
     co_return ItemState::absent;
 }
 
-QCoro::Task<bool> SecretServiceLock::isDefaultCollectionLocked()
+QCoro::Task<bool> SecretServiceLock::isLockedForSaving()
 {
     if (!m_bus.isConnected()) {
         co_return false;

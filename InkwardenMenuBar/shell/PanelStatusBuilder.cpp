@@ -34,6 +34,10 @@ PanelStatus PanelStatusBuilder::build(const RoyaltiesStore &store, const MenuBar
         lines.append(*store.errorMessage());
     } else if (status.state == PanelState::signedOut) {
         lines.append(QStringLiteral("Not signed in"));
+        // Why a sign-in just failed, say, where the user looks first.
+        if (store.errorMessage()) {
+            lines.append(*store.errorMessage());
+        }
     } else {
         lines.append(shownTitle.figure() + QStringLiteral(u" \u00B7 ")
                      + refreshedText(store.lastUpdated(), now, locale));

@@ -8,6 +8,8 @@
 #   headless_start_display [WxH] [ARG…]  Xvfb on a free display number, with extra Xvfb arguments
 #   headless_start_bus             a private session bus
 #   headless_start_keyring [PW]    gnome-keyring's secrets, unlocked (with password PW when given)
+#   headless_start_kwallet         KDE's wallet daemon with its wallet created and open, as on Plasma 5
+#   headless_open_kwallet          opens the wallet without a dialog, as the login does
 #   headless_start_panel           xfce4-panel, until its StatusNotifierWatcher is on the bus
 #   headless_start_devserver BIN   the development server on a free port; writes the settings
 #   headless_start_app BIN         Inkwarden, in the background (HEADLESS_APP_PID)
@@ -142,6 +144,32 @@ headless_start_keyring() {
     headless_die "the keyring did not come up on the bus"
 }
 
+# kwalletd5 draws its dialogs on the display (for xdotool to answer), whatever platform Inkwarden is
+# given. QtKeychain picks KWallet on Plasma 5, so the session says it is one.
+headless_start_kwallet() {
+    export XDG_CURRENT_DESKTOP=KDE KDE_SESSION_VERSION=5 KDE_FULL_SESSION=true
+    QT_QPA_PLATFORM=xcb kwalletd5 >"$HEADLESS_SCRATCH/kwalletd.log" 2>&1 &
+    HEADLESS_PIDS+=($!)
+    for _ in $(seq 200); do headless_name_has_owner org.kde.kwalletd5 && break; sleep 0.05; done
+    headless_name_has_owner org.kde.kwalletd5 || { cat "$HEADLESS_SCRATCH/kwalletd.log" >&2; headless_die "kwalletd5 did not come up on the bus"; }
+    headless_open_kwallet
+}
+
+headless_kwallet() {
+    gdbus call --session --dest org.kde.kwalletd5 --object-path /modules/kwalletd5 --method "org.kde.KWallet.$1" "${@:2}"
+}
+
+# The way the login's PAM module opens the wallet: with the password's hash, no dialog. A wallet
+# that is not there yet is created with it. The hash here is made up; it is only ever handed over
+# this way.
+headless_open_kwallet() {
+    local hash
+    hash="[$(printf '7,%.0s' $(seq 55))7]"
+    headless_kwallet pamOpen kdewallet "@ay $hash" 0 >/dev/null
+    for _ in $(seq 100); do [ "$(headless_kwallet isOpen kdewallet)" = "(true,)" ] && return 0; sleep 0.05; done
+    headless_die "the wallet did not open"
+}
+
 headless_start_panel() {
     xfce4-panel >"$HEADLESS_SCRATCH/panel.log" 2>&1 &
     HEADLESS_PIDS+=($!)
@@ -207,6 +235,12 @@ headless_wait_for_item() {
     done
     cat "$HEADLESS_APP_LOG" >&2
     headless_die "Inkwarden's item did not register with the watcher"
+}
+
+# Whether a browser sign-in has begun: it writes its pending values into the settings before it asks
+# for the browser (which, on the offscreen platform, Qt cannot even ask for).
+headless_sign_in_began() {
+    grep -q '^pendingAuthVerifier=' "$HEADLESS_SETTINGS" 2>/dev/null || grep -qs 'connect' "$HEADLESS_SCRATCH/opened.log"
 }
 
 headless_sign_in() {

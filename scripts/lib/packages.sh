@@ -27,7 +27,7 @@ INKWARDEN_PACKAGE_PACKAGES=(
 )
 
 INKWARDEN_TEST_PACKAGES=(
-    gnome-keyring gcr
+    gnome-keyring gcr libkf5wallet-bin
     dbus-daemon dbus-bin python3-dbusmock
     clang clang-format libclang-rt-14-dev libbenchmark-dev
     desktop-file-utils libglib2.0-bin xdg-utils shared-mime-info
