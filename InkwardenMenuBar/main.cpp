@@ -1,8 +1,8 @@
-#include "platform/AppInfo.h"
 #include "platform/SingleInstance.h"
 #include "platform/StatusCommand.h"
 #include "platform/TerminationSignals.h"
 #include "shell/InkwardenApplication.h"
+#include "store/AppInfo.h"
 
 #include <QApplication>
 #include <QCommandLineParser>

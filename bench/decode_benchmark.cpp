@@ -8,6 +8,7 @@
 
 #include "StatisticsBody.h"
 #include "model/RoyaltySummary.h"
+#include "service/BookStatsFold.h"
 #include "service/BookStatsResponse.h"
 
 #include <QJsonDocument>
@@ -77,7 +78,7 @@ void decodeFold(benchmark::State &state)
     }
     for (auto _ : state) {
         const std::optional<BookStatsResponse> response = BookStatsResponse::decode(body);
-        std::optional<RoyaltySummary> summary = RoyaltySummary::folding(response->tableData);
+        std::optional<RoyaltySummary> summary = BookStatsFold::folding(response->tableData);
         benchmark::DoNotOptimize(summary);
     }
     countThroughput(state, body);
@@ -92,7 +93,7 @@ void foldOnly(benchmark::State &state)
         return;
     }
     for (auto _ : state) {
-        std::optional<RoyaltySummary> summary = RoyaltySummary::folding(response->tableData);
+        std::optional<RoyaltySummary> summary = BookStatsFold::folding(response->tableData);
         benchmark::DoNotOptimize(summary);
     }
     countThroughput(state, body, false);
@@ -178,7 +179,7 @@ public:
             });
             const std::optional<long> decodeRss = peakRssGrowthKiB([&body] {
                 const std::optional<BookStatsResponse> response = BookStatsResponse::decode(body);
-                std::optional<RoyaltySummary> summary = RoyaltySummary::folding(response->tableData);
+                std::optional<RoyaltySummary> summary = BookStatsFold::folding(response->tableData);
                 benchmark::DoNotOptimize(summary);
             });
             std::printf(

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Clock.h"
+#include "model/Clock.h"
 #include "support/VirtualClock.h"
 
 #include <QList>

@@ -7,7 +7,7 @@
 #include "SoakNetwork.h"
 #include "SoakOptions.h"
 #include "SoakReport.h"
-#include "platform/AppInfo.h"
+#include "store/AppInfo.h"
 #include "store/Preferences.h"
 #include "store/RoyaltiesStore.h"
 #include "support/TestDoubles.h"

@@ -1,4 +1,4 @@
-#include "platform/AppInfo.h"
+#include "store/AppInfo.h"
 
 #include <QTemporaryDir>
 #include <QTest>

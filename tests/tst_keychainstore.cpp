@@ -1,8 +1,8 @@
 // The key store against a real gnome-keyring on a private session bus: run through
 // tests/keyring/run-with-keyring.sh, never against the keyring of the person running the tests.
-#include "platform/PlatformTexts.h"
-#include "service/KWalletLock.h"
-#include "service/KeychainStore.h"
+#include "platform/KWalletLock.h"
+#include "platform/KeychainStore.h"
+#include "store/PlatformTexts.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>

@@ -2,7 +2,7 @@
 // apart from no key (a message, one unlock request, no browser sign-in, a connection as soon as the
 // key reads), and a callback that arrives while the keyring still takes its time.
 #include "ApiKeys.h"
-#include "platform/PlatformTexts.h"
+#include "store/PlatformTexts.h"
 #include "store/SettingsKeys.h"
 #include "support/StoreFixture.h"
 

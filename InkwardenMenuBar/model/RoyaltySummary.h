@@ -6,10 +6,6 @@
 #include <QMap>
 #include <QString>
 
-#include <optional>
-
-struct BookStatsRow;
-
 // The totals of one account for one period: the figure set the whole interface shows. Money is in
 // `currency`; counts are 64-bit and never wrap.
 struct RoyaltySummary {
@@ -32,16 +28,6 @@ struct RoyaltySummary {
     qint64 preOrderUnits = 0;
     QMap<QString, FormatSalesSummary> customFormats;
     QString currency = QStringLiteral("USD");
-
-    // Adds one statistics row: money as plain additions, counts checked, custom formats merged by
-    // their exact name, and the row's currency taking over unless it is missing or empty. False
-    // when a count would leave the 64-bit range: that count stays as it was, and the summary is
-    // nonsense to be dropped.
-    [[nodiscard]] bool add(const BookStatsRow &row);
-
-    // Folds a whole table, in its order, starting from the empty summary; nothing when a count
-    // would leave the 64-bit range.
-    static std::optional<RoyaltySummary> folding(const QList<BookStatsRow> &rows);
 
     friend bool operator==(const RoyaltySummary &, const RoyaltySummary &) = default;
 };

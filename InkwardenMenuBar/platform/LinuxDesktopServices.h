@@ -1,6 +1,6 @@
 #pragma once
 
-#include "DesktopServices.h"
+#include "store/DesktopServices.h"
 
 #include <QDBusConnection>
 #include <QObject>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "NetworkReachability.h"
+#include "store/NetworkReachability.h"
 
 #include <QNetworkInformation>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Clock.h"
+#include "model/Clock.h"
 
 // The real time and the main thread's event loop.
 class SystemClock final : public Clock

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "LoginItemService.h"
+#include "store/LoginItemService.h"
 
 #include <QString>
 

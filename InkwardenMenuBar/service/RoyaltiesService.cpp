@@ -1,11 +1,12 @@
 #include "RoyaltiesService.h"
 
 #include "APIErrorResponse.h"
+#include "BookStatsFold.h"
 #include "BookStatsResponse.h"
 #include "MacAuthExchangeRequest.h"
 #include "SendOnceBody.h"
 #include "ServerAddress.h"
-#include "platform/Clock.h"
+#include "model/Clock.h"
 
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
@@ -36,7 +37,7 @@ std::optional<RoyaltySummary> decodeBody<RoyaltySummary>(const QByteArray &bytes
         return std::nullopt;
     }
     // Counts that leave the 64-bit range when added up are no figures to show: an invalid reply.
-    return RoyaltySummary::folding(response->tableData);
+    return BookStatsFold::folding(response->tableData);
 }
 
 // A failure of the transfer, as opposed to an HTTP status that the network layer also reports as an

@@ -2,9 +2,9 @@
 
 #include "PanelStatusBuilder.h"
 #include "Popover.h"
-#include "platform/AppInfo.h"
-#include "platform/Clock.h"
+#include "model/Clock.h"
 #include "platform/StatusItem.h"
+#include "store/AppInfo.h"
 #include "store/Preferences.h"
 #include "store/RoyaltiesStore.h"
 #include "store/SettingsKeys.h"

@@ -2,7 +2,7 @@
 
 #include "AppDelegate.h"
 #include "LoadedPopover.h"
-#include "platform/AppInfo.h"
+#include "platform/KeychainStore.h"
 #include "platform/LinuxDesktopServices.h"
 #include "platform/QtNetworkReachability.h"
 #include "platform/ResidentCode.h"
@@ -10,7 +10,7 @@
 #include "platform/StatusService.h"
 #include "platform/SystemClock.h"
 #include "platform/XdgAutostart.h"
-#include "service/KeychainStore.h"
+#include "store/AppInfo.h"
 #include "store/Preferences.h"
 #include "store/RoyaltiesStore.h"
 

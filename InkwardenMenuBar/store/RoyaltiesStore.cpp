@@ -1,10 +1,10 @@
 #include "RoyaltiesStore.h"
 
+#include "NetworkReachability.h"
 #include "Preferences.h"
+#include "SecretStore.h"
 #include "SettingsKeys.h"
-#include "platform/Clock.h"
-#include "platform/NetworkReachability.h"
-#include "service/SecretStore.h"
+#include "model/Clock.h"
 
 namespace {
 

@@ -1,14 +1,14 @@
 #pragma once
 
+#include "AppInfo.h"
+#include "SecretStore.h"
 #include "model/DisplayedRoyalty.h"
 #include "model/MoneyFormatter.h"
 #include "model/RoyaltyPeriod.h"
 #include "model/RoyaltySummary.h"
 #include "model/SalesBreakdownMetric.h"
-#include "platform/AppInfo.h"
 #include "service/PublisherAccount.h"
 #include "service/RoyaltiesService.h"
-#include "service/SecretStore.h"
 
 #include <QDateTime>
 #include <QList>

@@ -1,8 +1,8 @@
+#include "DesktopServices.h"
+#include "LoginItemService.h"
+#include "PlatformTexts.h"
 #include "RoyaltiesStore.h"
-#include "platform/Clock.h"
-#include "platform/DesktopServices.h"
-#include "platform/LoginItemService.h"
-#include "platform/PlatformTexts.h"
+#include "model/Clock.h"
 
 using namespace std::chrono_literals;
 

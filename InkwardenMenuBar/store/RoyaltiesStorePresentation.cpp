@@ -1,6 +1,6 @@
+#include "PlatformTexts.h"
 #include "RoyaltiesStore.h"
-#include "platform/Clock.h"
-#include "platform/PlatformTexts.h"
+#include "model/Clock.h"
 
 #include <algorithm>
 

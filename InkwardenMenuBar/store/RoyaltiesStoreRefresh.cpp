@@ -1,10 +1,10 @@
+#include "NetworkReachability.h"
+#include "PlatformTexts.h"
 #include "Preferences.h"
 #include "RoyaltiesStore.h"
+#include "SecretStore.h"
 #include "SettingsKeys.h"
-#include "platform/Clock.h"
-#include "platform/NetworkReachability.h"
-#include "platform/PlatformTexts.h"
-#include "service/SecretStore.h"
+#include "model/Clock.h"
 
 #include <cmath>
 

@@ -1,8 +1,8 @@
+#include "DesktopServices.h"
 #include "Preferences.h"
 #include "RoyaltiesStore.h"
+#include "SecretStore.h"
 #include "SettingsKeys.h"
-#include "platform/DesktopServices.h"
-#include "service/SecretStore.h"
 #include "service/ServerAddress.h"
 
 #include <QCryptographicHash>

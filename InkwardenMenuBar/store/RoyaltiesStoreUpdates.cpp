@@ -1,7 +1,7 @@
+#include "DesktopServices.h"
+#include "PlatformTexts.h"
 #include "RoyaltiesStore.h"
 #include "VersionComparison.h"
-#include "platform/DesktopServices.h"
-#include "platform/PlatformTexts.h"
 #include "service/ServerAddress.h"
 
 #include <QDir>

@@ -19,7 +19,8 @@ Item {
         objectName: "brandLogoImage"
         anchors.fill: parent
         source: logo.source
-        sourceSize: Qt.size(logo.size * 2, logo.size * 2)
+        sourceSize.width: logo.size * 2
+        sourceSize.height: logo.size * 2
         fillMode: Image.PreserveAspectFit
         smooth: true
         visible: logo.showsImage

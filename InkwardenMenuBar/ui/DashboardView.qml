@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Inkwarden.Ui
 import QtQuick.Controls.Fusion

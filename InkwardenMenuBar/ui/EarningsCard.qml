@@ -1,6 +1,5 @@
 import QtQuick
 import Inkwarden.Ui
-import QtQuick.Controls.Fusion
 import QtQuick.Layouts
 
 // The highlighted royalty: the connection dot with the figure's name, the amount, and the two

@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Inkwarden.Ui
 import QtQuick.Controls.Fusion
@@ -78,13 +79,13 @@ Pane {
             SymbolButton {
                 objectName: "updatePromptLater"
                 text: "Later"
-                DialogButtonBox.buttonRole: DialogButtonBox.RejectRole
+                onClicked: updatePrompt.reject()
             }
             SymbolButton {
                 objectName: "updatePromptDownload"
                 text: "Download Update"
                 prominent: true
-                DialogButtonBox.buttonRole: DialogButtonBox.AcceptRole
+                onClicked: updatePrompt.accept()
             }
         }
         onAccepted: root.store.downloadLatestUpdate()

@@ -1,6 +1,6 @@
 #include "StatusTimeline.h"
 
-#include "platform/Clock.h"
+#include "model/Clock.h"
 #include "store/RoyaltiesStore.h"
 
 using namespace std::chrono_literals;

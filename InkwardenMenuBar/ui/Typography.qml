@@ -5,7 +5,7 @@ import QtQuick
 // countdowns) use Roboto, whose digits all have the same width in every weight, so a changing
 // amount or a ticking countdown never shifts sideways.
 QtObject {
-    readonly property string textFamily: Qt.application.font.family
+    readonly property string textFamily: Application.font.family
     readonly property string figureFamily: "Roboto"
 
     readonly property int largeTitleSize: 26

@@ -5,6 +5,7 @@
 #include "ManualServerClock.h"
 #include "model/RoyaltySummary.h"
 #include "service/AccountsResponse.h"
+#include "service/BookStatsFold.h"
 #include "service/BookStatsResponse.h"
 #include "service/MacAuthExchangeResponse.h"
 
@@ -182,7 +183,7 @@ private:
         url.setQuery(QStringLiteral("start_date=2024-05-15&end_date=2024-05-15&account_id=") + account);
         const std::optional<BookStatsResponse> response =
             BookStatsResponse::decode(m_client.getWithKey(url, ApiKeys::demoKey()).body);
-        return response ? RoyaltySummary::folding(response->tableData).value_or(RoyaltySummary{}) : RoyaltySummary{};
+        return response ? BookStatsFold::folding(response->tableData).value_or(RoyaltySummary{}) : RoyaltySummary{};
     }
 
     ManualServerClock m_clock;

@@ -4,6 +4,7 @@
 #include "ManualServerClock.h"
 #include "model/RoyaltySummary.h"
 #include "service/APIErrorResponse.h"
+#include "service/BookStatsFold.h"
 #include "service/BookStatsResponse.h"
 
 #include <QJsonArray>
@@ -40,7 +41,7 @@ private Q_SLOTS:
         const std::optional<BookStatsResponse> response = BookStatsResponse::decode(result.body);
         QVERIFY(response);
         QVERIFY(response->tableData.size() >= 3);
-        QVERIFY(RoyaltySummary::folding(response->tableData).value().gross > 0);
+        QVERIFY(BookStatsFold::folding(response->tableData).value().gross > 0);
     }
 
     void everyRowCarriesEveryWireKey()
@@ -249,7 +250,7 @@ private:
             qWarning("unexpected reply %d: %s", result.status, result.body.constData());
             return {};
         }
-        return RoyaltySummary::folding(response->tableData).value_or(RoyaltySummary{});
+        return BookStatsFold::folding(response->tableData).value_or(RoyaltySummary{});
     }
 
     ManualServerClock m_clock;

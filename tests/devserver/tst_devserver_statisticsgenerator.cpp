@@ -1,6 +1,7 @@
 #include "DemoData.h"
 #include "StatisticsGenerator.h"
 #include "model/RoyaltySummary.h"
+#include "service/BookStatsFold.h"
 #include "service/BookStatsResponse.h"
 
 #include <QJsonDocument>
@@ -44,7 +45,7 @@ RoyaltySummary summarise(const QJsonArray &rows)
     if (!decoded) {
         qFatal("rows do not decode");
     }
-    return RoyaltySummary::folding(decoded->tableData).value();
+    return BookStatsFold::folding(decoded->tableData).value();
 }
 
 const QDate today(2024, 5, 15);

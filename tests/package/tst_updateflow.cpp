@@ -7,9 +7,9 @@
 // software installer, it writes down what it was given), and so is the file manager that "Show in
 // Files" asks on the private session bus of tests/desktop/run-with-session-bus.sh.
 #include "ApiKeys.h"
-#include "platform/AppInfo.h"
 #include "platform/LinuxDesktopServices.h"
-#include "platform/PlatformTexts.h"
+#include "store/AppInfo.h"
+#include "store/PlatformTexts.h"
 #include "store/Preferences.h"
 #include "store/RoyaltiesStore.h"
 #include "support/TestDoubles.h"

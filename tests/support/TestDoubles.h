@@ -1,9 +1,9 @@
 #pragma once
 
-#include "platform/DesktopServices.h"
-#include "platform/LoginItemService.h"
-#include "platform/NetworkReachability.h"
-#include "service/SecretStore.h"
+#include "store/DesktopServices.h"
+#include "store/LoginItemService.h"
+#include "store/NetworkReachability.h"
+#include "store/SecretStore.h"
 
 #include <QList>
 #include <QUrl>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "SecretStore.h"
+#include "store/SecretStore.h"
 
 #include <QString>
 

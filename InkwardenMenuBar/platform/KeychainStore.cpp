@@ -2,7 +2,7 @@
 
 #include "KWalletLock.h"
 #include "SecretServiceLock.h"
-#include "platform/PlatformTexts.h"
+#include "store/PlatformTexts.h"
 
 #include <QCoreApplication>
 #include <QLoggingCategory>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "RoyaltiesError.h"
+#include "service/RoyaltiesError.h"
 
 #include <QString>
 #include <qcoro/qcorotask.h>
