@@ -59,7 +59,7 @@ HttpReply AdminApi::faults(const IncomingRequest &request)
         const QJsonValue spec = object.take(QStringLiteral("spec"));
         if (!spec.isUndefined()) {
             const QJsonArray specs = spec.isArray() ? spec.toArray() : QJsonArray{spec};
-            for (const QJsonValue &one : specs) {
+            for (const QJsonValueConstRef one : specs) {
                 if (!one.isString() || !m_faults.applySpec(one.toString(), &error)) {
                     return HttpReply::error(400, one.isString() ? error : QStringLiteral("\"spec\" must be text."));
                 }

@@ -22,7 +22,7 @@ ApiKeyGrant ApiKeys::issueSignInKey()
     const QString key =
         QStringLiteral("iwk_")
         + QString::fromLatin1(random.toBase64(QByteArray::Base64UrlEncoding | QByteArray::OmitTrailingEquals));
-    const ApiKeyGrant grant{key, DemoData::userEmail(), DemoData::accountIds()};
+    ApiKeyGrant grant{key, DemoData::userEmail(), DemoData::accountIds()};
     m_grants.insert(key, grant);
     return grant;
 }

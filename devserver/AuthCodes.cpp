@@ -12,8 +12,7 @@ QString AuthCodes::issue(const QString &codeChallenge, const QString &state)
 {
     QByteArray random(24, Qt::Uninitialized);
     QRandomGenerator::system()->fillRange(reinterpret_cast<quint32 *>(random.data()), random.size() / 4);
-    const QString code =
-        QString::fromLatin1(random.toBase64(QByteArray::Base64UrlEncoding | QByteArray::OmitTrailingEquals));
+    QString code = QString::fromLatin1(random.toBase64(QByteArray::Base64UrlEncoding | QByteArray::OmitTrailingEquals));
     m_codes.insert(code, PendingCode{codeChallenge, state, m_clock.now(), false});
     return code;
 }

@@ -104,7 +104,7 @@ FaultPlan::Choice FaultPlan::choose(std::mt19937_64 &random)
     } else if (chance(random, 0.6)) {
         choice.fault.remainingUses = std::uniform_int_distribution<int>(1, 4)(random);
     } else {
-        choice.lasts = std::chrono::milliseconds(std::uniform_int_distribution<qint64>(30'000, 90 * 60'000)(random));
+        choice.lasts = std::chrono::milliseconds(std::uniform_int_distribution<qint64>(30'000, 90LL * 60'000)(random));
     }
     return choice;
 }

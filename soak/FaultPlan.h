@@ -20,7 +20,7 @@ public:
     static QStringList families();
 
     struct Choice {
-        Route route;
+        Route route{};
         Fault fault;
         // How long it stays when it is not limited to a number of requests.
         std::optional<std::chrono::milliseconds> lasts;

@@ -79,7 +79,7 @@ void SoakRun::setUp()
     m_end = m_start.addMSecs(qint64(m_options.hours * 3600.0 * 1000.0));
     m_modelCooldownUntil = m_start;
     m_nextActionAt = m_start.addSecs(uniform(5, 120));
-    m_nextCalmAt = m_start.addSecs(uniform(3600, 3 * 3600));
+    m_nextCalmAt = m_start.addSecs(uniform(3600, 3LL * 3600));
 
     // A user who has been connected for a while: a key in the keyring, the server and the first
     // account in the settings.

@@ -174,7 +174,7 @@ void SoakRun::toggleNetwork()
         return;
     }
     setNetwork(false);
-    const qint64 seconds = chance(0.7) ? uniform(10, 5 * 60) : uniform(5 * 60, 90 * 60);
+    const qint64 seconds = chance(0.7) ? uniform(10, 5LL * 60) : uniform(5LL * 60, 90LL * 60);
     schedule(QStringLiteral("network"), now().addSecs(seconds), [this] { setNetwork(true); });
 }
 
@@ -206,9 +206,9 @@ void SoakRun::sleepMachine()
     }
     const double kind = std::uniform_real_distribution<double>(0.0, 1.0)(m_random);
     // Mostly a lid closed for a while; now and then a night.
-    qint64 duration = kind < 0.7    ? uniform(60'000, 20 * 60'000)
-                      : kind < 0.95 ? uniform(20 * 60'000, 90 * 60'000)
-                                    : uniform(90 * 60'000, 8 * 3600'000);
+    qint64 duration = kind < 0.7    ? uniform(60'000, 20LL * 60'000)
+                      : kind < 0.95 ? uniform(20LL * 60'000, 90LL * 60'000)
+                                    : uniform(90LL * 60'000, 8LL * 3600'000);
     duration = std::min(duration, room);
     // Laptops usually lose the network as they go to sleep and find it again a little after waking.
     const bool dropsNetwork = m_online && chance(0.6);
@@ -335,7 +335,7 @@ void SoakRun::signOut()
     m_expected.accountID.clear();
     m_awaitingNetworkRecoverySince.reset();
     m_awaitingSleepRecoverySince.reset();
-    schedule(QStringLiteral("reconnect"), now().addSecs(uniform(60, 2 * 3600)), [this] { reconnect(); });
+    schedule(QStringLiteral("reconnect"), now().addSecs(uniform(60, 2LL * 3600)), [this] { reconnect(); });
     settle();
 }
 

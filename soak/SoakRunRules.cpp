@@ -124,8 +124,8 @@ void SoakRun::replyFinished(const SoakNetwork::Finished &finished)
     m_lastAnsweredAccount = QUrlQuery(finished.url).queryItemValue(QStringLiteral("account_id"));
     note(QStringLiteral("statistics answer #%1: %2")
              .arg(finished.tag)
-             .arg(finished.status ? QStringLiteral("HTTP %1").arg(finished.status)
-                                  : QStringLiteral("no answer (network error %1)").arg(int(finished.error))));
+             .arg(finished.status != 0 ? QStringLiteral("HTTP %1").arg(finished.status)
+                                       : QStringLiteral("no answer (network error %1)").arg(int(finished.error))));
     if (finished.status != 429 || finished.error == QNetworkReply::OperationCanceledError) {
         return;
     }
@@ -243,7 +243,7 @@ void SoakRun::finishPendingConnect(bool interrupted)
             note(QStringLiteral("reconnecting failed: %1")
                      .arg(interrupted ? QStringLiteral("interrupted")
                                       : m_store->errorMessage().value_or(QStringLiteral("no message"))));
-            schedule(QStringLiteral("reconnect"), now().addSecs(uniform(60, 20 * 60)), [this] { reconnect(); });
+            schedule(QStringLiteral("reconnect"), now().addSecs(uniform(60, 20LL * 60)), [this] { reconnect(); });
         }
         return;
     }
@@ -284,7 +284,7 @@ void SoakRun::beginCalm(const QString &kind)
     m_queuedRefreshDue.reset();
     ++m_counters.calmWindows;
     ++m_counters.calmWindowsByKind[kind];
-    m_calm.emplace();
+    m_calm = Calm{};
     m_calm->kind = kind;
     m_calm->began = now();
     note(QStringLiteral("calm window (%1): every fault off, the network up, connected").arg(kind));
@@ -310,7 +310,7 @@ void SoakRun::tendCalm()
 {
     Calm &calm = *m_calm;
     if (!calm.prepared) {
-        if (calm.began.msecsTo(now()) > 2 * 3600 * 1000) {
+        if (calm.began.msecsTo(now()) > 2LL * 3600LL * 1000) {
             fail(QStringLiteral("the store was not connected and idle two hours after every fault was cleared: %1")
                      .arg(storeStateText()));
             return;
@@ -327,13 +327,13 @@ void SoakRun::tendCalm()
         calm.prepared = true;
         if (calm.kind == QLatin1String("network return")) {
             setNetwork(false);
-            calm.offlineUntil = now().addSecs(uniform(60, 20 * 60));
+            calm.offlineUntil = now().addSecs(uniform(60, 20LL * 60));
             return;
         }
         if (calm.kind == QLatin1String("wake") && m_store->nextRefreshAt()) {
             // Sleep through the scheduled refresh: the recovery tick has to catch it up.
             const qint64 toRefresh = std::max<qint64>(now().msecsTo(*m_store->nextRefreshAt()), 0);
-            const qint64 duration = toRefresh + uniform(60'000, 30 * 60'000);
+            const qint64 duration = toRefresh + uniform(60'000, 30LL * 60'000);
             // Timers paused, as Linux's monotonic timers are: only the recovery tick catches up.
             ++m_counters.sleeps;
             ++m_counters.sleepsWithPausedTimers;
@@ -374,7 +374,7 @@ void SoakRun::tendCalm()
         m_counters.longestCalmRecoveryMs = std::max(m_counters.longestCalmRecoveryMs, waited);
         note(QStringLiteral("calm window (%1) recovered after %2").arg(calm.kind, durationText(waited)));
         m_calm.reset();
-        m_nextCalmAt = now().addSecs(uniform(2 * 3600, 4 * 3600));
+        m_nextCalmAt = now().addSecs(uniform(2LL * 3600, 4LL * 3600));
         return;
     }
     if (calm.deadline && now() > *calm.deadline) {

@@ -14,6 +14,12 @@
 
 namespace {
 
+// ICU's own test of a status, as a bool.
+bool failed(UErrorCode status)
+{
+    return status > U_ZERO_ERROR;
+}
+
 QString fromUnicodeString(const icu::UnicodeString &text)
 {
     return QString(reinterpret_cast<const QChar *>(text.getBuffer()), text.length());
@@ -73,7 +79,7 @@ QLocale MoneyFormatter::userLocale()
 QString MoneyFormatter::money(double value, const QString &currencyCode, bool compact) const
 {
     const QString code = currencyCode.toUpper();
-    const QString fallback = code + u' ' + plainDecimal(value);
+    QString fallback = code + u' ' + plainDecimal(value);
 
     if (!isCurrencyCode(code)) {
         return fallback;
@@ -83,11 +89,11 @@ QString MoneyFormatter::money(double value, const QString &currencyCode, bool co
     const icu::Locale locale(m_icuLocaleID.constData());
     std::unique_ptr<icu::NumberFormat> format(icu::NumberFormat::createCurrencyInstance(locale, status));
     auto *decimal = dynamic_cast<icu::DecimalFormat *>(format.get());
-    if (U_FAILURE(status) || decimal == nullptr) {
+    if (failed(status) || decimal == nullptr) {
         return fallback;
     }
     decimal->setCurrency(reinterpret_cast<const char16_t *>(code.utf16()), status);
-    if (U_FAILURE(status)) {
+    if (failed(status)) {
         return fallback;
     }
     if (const std::optional<QString> symbol = pinnedSymbol(code)) {
@@ -103,12 +109,12 @@ QString MoneyFormatter::money(double value, const QString &currencyCode, bool co
 
     icu::UnicodeString text;
     decimal->format(value, text);
-    return text.isEmpty() ? fallback : fromUnicodeString(text);
+    return text.length() == 0 ? fallback : fromUnicodeString(text);
 }
 
 QString MoneyFormatter::currencySymbol(const QString &currencyCode) const
 {
-    const QString code = currencyCode.toUpper();
+    QString code = currencyCode.toUpper();
     if (const std::optional<QString> pinned = pinnedSymbol(code)) {
         return *pinned;
     }
@@ -116,11 +122,11 @@ QString MoneyFormatter::currencySymbol(const QString &currencyCode) const
         return code;
     }
     UErrorCode status = U_ZERO_ERROR;
-    UBool isChoiceFormat = false;
+    UBool isChoiceFormat = 0;
     int32_t length = 0;
     const UChar *symbol = ucurr_getName(reinterpret_cast<const UChar *>(code.utf16()), m_icuLocaleID.constData(),
                                         UCURR_SYMBOL_NAME, &isChoiceFormat, &length, &status);
-    if (U_FAILURE(status) || symbol == nullptr || length == 0) {
+    if (failed(status) || symbol == nullptr || length == 0) {
         return code;
     }
     return QString(reinterpret_cast<const QChar *>(symbol), length);
@@ -138,9 +144,9 @@ std::optional<MenuBarMoneyParts> MoneyFormatter::menuBarMoneyParts(const Royalty
     UErrorCode status = U_ZERO_ERROR;
     std::unique_ptr<icu::NumberFormat> format(
         icu::NumberFormat::createInstance(icu::Locale(m_icuLocaleID.constData()), status));
-    if (U_SUCCESS(status) && format) {
+    if (!failed(status) && format) {
         const int digits = fractionDigits(value, true);
-        format->setGroupingUsed(true);
+        format->setGroupingUsed(static_cast<UBool>(true));
         format->setMinimumFractionDigits(digits);
         format->setMaximumFractionDigits(digits);
         icu::UnicodeString text;

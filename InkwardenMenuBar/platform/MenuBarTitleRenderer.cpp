@@ -45,8 +45,8 @@ qreal scaleFor(const MenuBarTitleRenderer::Options &options)
 
 } // namespace
 
-MenuBarTitleRenderer::MenuBarTitleRenderer(QFont baseFont)
-    : m_baseFont(std::move(baseFont))
+MenuBarTitleRenderer::MenuBarTitleRenderer(const QFont &baseFont)
+    : m_baseFont(baseFont)
     , m_digitsFamily(tabularDigitsFamily(m_baseFont))
 {}
 

@@ -39,7 +39,7 @@ public:
 
     // `baseFont` stands for the system font; its family and hinting are kept, size and weight come
     // from the runs.
-    explicit MenuBarTitleRenderer(QFont baseFont = defaultFont());
+    explicit MenuBarTitleRenderer(const QFont &baseFont = defaultFont());
 
     static QFont defaultFont();
 

@@ -35,6 +35,8 @@ qint64 releaseFilePages(QFile &pageMap, Range range, quintptr pageSize)
         if (index > run) {
             const quintptr from = range.start + run * pageSize;
             const quintptr length = (index - run) * pageSize;
+            // The address is one of our own mappings, read from /proc/self/maps.
+            // NOLINTNEXTLINE(performance-no-int-to-ptr)
             if (madvise(reinterpret_cast<void *>(from), length, MADV_DONTNEED) == 0) {
                 released += qint64(length);
             }

@@ -49,7 +49,7 @@ StatusCommand::StatusCommand(QDBusConnection bus, Options options, LineWriter ou
                              QObject *parent)
     : QObject(parent)
     , m_bus(std::move(bus))
-    , m_options(options)
+    , m_options(std::move(options))
     , m_output(std::move(output))
     , m_errors(std::move(errors))
 {}
@@ -57,7 +57,7 @@ StatusCommand::StatusCommand(QDBusConnection bus, Options options, LineWriter ou
 int StatusCommand::printOnce()
 {
     const QDBusConnectionInterface *busInterface = m_bus.isConnected() ? m_bus.interface() : nullptr;
-    if (!busInterface || !busInterface->isServiceRegistered(StatusBus::service())) {
+    if (busInterface == nullptr || !busInterface->isServiceRegistered(StatusBus::service())) {
         m_errors(StatusLine::notRunningMessage());
         return notRunningExitCode;
     }

@@ -59,7 +59,8 @@ StatusItemSelector::StatusItemSelector(Options options, QObject *parent)
     });
 
     const QDBusConnectionInterface *busInterface = m_options.bus.interface();
-    m_watcherPresent = busInterface && busInterface->isServiceRegistered(StatusNotifierItem::watcherService());
+    m_watcherPresent =
+        busInterface != nullptr && busInterface->isServiceRegistered(StatusNotifierItem::watcherService());
     m_patience.start();
     update();
 }

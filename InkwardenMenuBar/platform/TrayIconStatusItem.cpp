@@ -50,7 +50,8 @@ TrayIconStatusItem::~TrayIconStatusItem()
 
 bool TrayIconStatusItem::isAvailable()
 {
-    return qobject_cast<QApplication *>(QCoreApplication::instance()) && QSystemTrayIcon::isSystemTrayAvailable();
+    return qobject_cast<QApplication *>(QCoreApplication::instance()) != nullptr
+           && QSystemTrayIcon::isSystemTrayAvailable();
 }
 
 void TrayIconStatusItem::setTitle(const MenuBarTitle &title)

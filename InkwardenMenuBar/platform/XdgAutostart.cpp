@@ -15,7 +15,7 @@
 namespace {
 
 // A hand-made file can be anything; a desktop entry is a few hundred bytes.
-constexpr qint64 MaximumEntrySize = 1024 * 1024;
+constexpr qint64 MaximumEntrySize = qint64(1024) * 1024;
 
 // The [Desktop Entry] group of a desktop file, read the way GLib's key files read it (and so GNOME's
 // session reads autostart entries): comments and other groups skipped,

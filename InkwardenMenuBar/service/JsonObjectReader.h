@@ -60,7 +60,7 @@ QList<Element> JsonObjectReader::requiredObjectArray(QLatin1String key, ReadElem
     const QJsonArray array = value->toArray();
     QList<Element> elements;
     elements.reserve(array.size());
-    for (const QJsonValue &item : array) {
+    for (const QJsonValueConstRef item : array) {
         if (!item.isObject()) {
             fail();
             return {};

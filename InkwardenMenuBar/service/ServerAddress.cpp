@@ -2,7 +2,7 @@
 
 namespace ServerAddress {
 
-QString withoutSlashesAtEnds(QString text)
+QString withoutSlashesAtEnds(const QString &text)
 {
     qsizetype begin = 0;
     qsizetype end = text.size();

@@ -6,7 +6,7 @@
 // before a path is appended.
 namespace ServerAddress {
 
-QString withoutSlashesAtEnds(QString text);
+QString withoutSlashesAtEnds(const QString &text);
 
 // "/" + base path + page when the address has a base path, else the page alone.
 QString pagePath(const QString &basePath, const QString &page);

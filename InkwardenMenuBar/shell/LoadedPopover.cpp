@@ -27,7 +27,7 @@ LoadedPopover::~LoadedPopover() = default;
 QString LoadedPopover::defaultModulePath()
 {
     const QDir executableDir(QCoreApplication::applicationDirPath());
-    const QString inBuild = executableDir.filePath(QLatin1String(moduleFileName));
+    QString inBuild = executableDir.filePath(QLatin1String(moduleFileName));
     if (QFileInfo::exists(inBuild)) {
         return inBuild;
     }

@@ -49,13 +49,13 @@ void RoyaltiesStore::setRefreshMinutes(qint64 value)
 
 void RoyaltiesStore::setSelectedPeriod(RoyaltyPeriod value)
 {
-    m_selectedPeriod = std::move(value);
+    m_selectedPeriod = value;
     Q_EMIT selectedPeriodChanged();
 }
 
 void RoyaltiesStore::setDisplayedRoyalty(DisplayedRoyalty value)
 {
-    m_displayedRoyalty = std::move(value);
+    m_displayedRoyalty = value;
     Q_EMIT displayedRoyaltyChanged();
 }
 

@@ -1,4 +1,3 @@
-pragma ComponentBehavior: Bound
 import QtQuick
 import Inkwarden.Ui
 import QtQuick.Controls.Fusion
@@ -43,6 +42,9 @@ Pane {
                        : dashboardScreen
     }
 
+    // The Loader makes these in its own context, which a bound component would refuse; they reach
+    // the store through the root's id.
+    // qmllint disable unqualified
     Component {
         id: connectScreen
         ConnectView { objectName: "connectView"; store: root.store }
@@ -55,6 +57,7 @@ Pane {
         id: dashboardScreen
         DashboardView { objectName: "dashboardView"; store: root.store }
     }
+    // qmllint enable unqualified
 
     Dialog {
         id: updatePrompt

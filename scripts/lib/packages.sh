@@ -29,7 +29,7 @@ INKWARDEN_PACKAGE_PACKAGES=(
 INKWARDEN_TEST_PACKAGES=(
     gnome-keyring gcr libkf5wallet-bin
     dbus-daemon dbus-bin python3-dbusmock
-    clang clang-format libclang-rt-14-dev libbenchmark-dev
+    clang clang-format clang-tidy libclang-rt-14-dev libbenchmark-dev qt6-declarative-dev-tools
     desktop-file-utils libglib2.0-bin xdg-utils shared-mime-info
     curl openssl
 )
