@@ -12,6 +12,8 @@
 #   5. A closed wallet that holds no key for Inkwarden is no key: the sign-in begins, without a
 #      dialog.
 #   6. The sign-in's save opens the wallet; its dialog dismissed, the message says why there is no key.
+#   7. No wallet at all: the sign-in's save waits while the wallet is created through kwalletd's
+#      wizard and password dialog, then the figures come.
 #
 # Usage: closed-wallet-at-start.sh INKWARDEN DEVSERVER
 set -euo pipefail
@@ -134,3 +136,45 @@ message=$(wait_for_status "Your keyring is locked, so the API key could not be s
 [[ "$message" == *'"class":"ok"'* ]] && fail "connected without a saved key: $message"
 [ -z "$(dialogs)" ] || fail "the save asked a second time"
 pass "a save the wallet refused says why: $message"
+
+# --- 7. No wallet at all, as on a first Plasma login: no key, and the sign-in's save waits while
+#        the wallet is created through kwalletd's own dialog, then connects.
+headless_stop "$HEADLESS_APP_PID"
+wait "$HEADLESS_APP_PID" 2>/dev/null || true
+headless_kwallet close kdewallet true >/dev/null
+headless_kwallet deleteWallet kdewallet >/dev/null
+[ "$(headless_kwallet wallets)" = "(@as [],)" ] || fail "the wallet is still there: $(headless_kwallet wallets)"
+headless_start_app "$app"
+headless_sign_in "$app"
+dialog=
+for _ in $(seq 300); do
+    dialog=$(dialogs | head -n 1)
+    [ -n "$dialog" ] && break
+    sleep 0.05
+done
+[ -n "$dialog" ] || fail "no dialog to create the wallet"
+[ -n "${INKWARDEN_SCREENSHOTS:-}" ] && import -window root "$INKWARDEN_SCREENSHOTS/new-wallet-dialog.png"
+pass "the save asks for a new wallet: $(xdotool getwindowname "$dialog" 2>/dev/null || true)"
+# Someone reads the wizard before answering: longer than any keyring job that shows no prompt may
+# take (ten seconds), which the save outlasts because the wallet was not open.
+sleep 12
+# The wizard: the classic wallet file, then its password twice. Places are in the window's own
+# coordinates, as kwalletd lays it out.
+xdotool mousemove --window "$dialog" 108 167 click 1
+xdotool mousemove --window "$dialog" 362 336 click 1
+password=
+for _ in $(seq 100); do
+    password=$(dialogs | grep -vx "$dialog" | head -n 1 || true)
+    [ -n "$password" ] && break
+    sleep 0.05
+done
+sleep 0.5
+[ -n "${INKWARDEN_SCREENSHOTS:-}" ] && import -window root "$INKWARDEN_SCREENSHOTS/new-wallet-password.png"
+[ -n "$password" ] || fail "no password dialog for the new wallet"
+xdotool windowfocus --sync "$password" 2>/dev/null || xdotool windowfocus "$password"
+xdotool type --delay 20 "wallet-password-1"
+xdotool key Tab
+xdotool type --delay 20 "wallet-password-1"
+xdotool key Return
+status=$(wait_for_status '"class":"ok"') || fail "no figure once the wallet was created: $status"
+pass "the wallet created, the key saved and the figures shown: $status"
