@@ -114,23 +114,18 @@ class RoyaltiesStore : public QObject
     Q_PROPERTY(QString displayedRoyaltyCaption READ displayedRoyaltyCaption NOTIFY displayedRoyaltyChanged)
     Q_PROPERTY(double highlightedRoyalty READ highlightedRoyalty NOTIFY figuresPresentationChanged)
     Q_PROPERTY(QString highlightedRoyaltyText READ highlightedRoyaltyText NOTIFY figuresPresentationChanged)
-    Q_PROPERTY(QVariantList financialRows READ financialRows NOTIFY figuresPresentationChanged)
-    Q_PROPERTY(QVariantList salesBreakdownRows READ salesBreakdownRows NOTIFY figuresPresentationChanged)
     Q_PROPERTY(QString signInButtonTitle READ signInButtonTitle NOTIFY isAuthenticatingChanged)
     Q_PROPERTY(QString connectButtonTitle READ connectButtonTitle NOTIFY isLoadingChanged)
     Q_PROPERTY(QString builtInServerURLText READ builtInServerURL CONSTANT)
     Q_PROPERTY(QString apiKeyHint READ apiKeyHint CONSTANT)
     Q_PROPERTY(QString accountRowForm READ accountRowForm NOTIFY accountPresentationChanged)
     Q_PROPERTY(QVariant accountHint READ accountHint NOTIFY accountPresentationChanged)
-    Q_PROPERTY(QVariantList accountChoices READ accountChoices NOTIFY accountPresentationChanged)
     Q_PROPERTY(int selectedAccountIndex READ selectedAccountIndex NOTIFY accountPresentationChanged)
     Q_PROPERTY(QString singleAccountName READ singleAccountName NOTIFY accountPresentationChanged)
     Q_PROPERTY(QStringList displayedRoyaltyTitles READ displayedRoyaltyTitles CONSTANT)
     Q_PROPERTY(int displayedRoyaltyIndex READ displayedRoyaltyIndex NOTIFY displayedRoyaltyChanged)
     Q_PROPERTY(QVariantList refreshIntervalChoices READ refreshIntervalChoices CONSTANT)
     Q_PROPERTY(int refreshIntervalIndex READ refreshIntervalIndex NOTIFY refreshMinutesChanged)
-    Q_PROPERTY(
-        QVariantList salesMetricSettingsRows READ salesMetricSettingsRows NOTIFY salesMetricSettingsPresentationChanged)
     Q_PROPERTY(QString startAutomaticallyHint READ startAutomaticallyHint NOTIFY launchAtLoginRequiresApprovalChanged)
     Q_PROPERTY(QString loginApprovalNotice READ loginApprovalNotice CONSTANT)
     Q_PROPERTY(QString openLoginItemsSettingsTitle READ openLoginItemsSettingsTitle CONSTANT)
@@ -153,6 +148,8 @@ public:
     const QSet<SalesBreakdownMetric> &hiddenSalesMetrics() const { return m_hiddenSalesMetrics; }
     const QList<PublisherAccount> &accounts() const { return m_accounts; }
     const RoyaltySummary &summary() const { return m_summary; }
+    // The locale that figures and counts are written in.
+    const QLocale &locale() const { return m_environment.locale; }
     bool isLoading() const { return m_isLoading; }
     bool isLoadingAccounts() const { return m_isLoadingAccounts; }
     bool isConnected() const { return m_isConnected; }
@@ -431,21 +428,17 @@ public:
     QString statusIndicatorColor() const;
     QString displayedRoyaltyCaption() const;
     QString highlightedRoyaltyText() const;
-    QVariantList financialRows() const;
-    QVariantList salesBreakdownRows() const;
     QString signInButtonTitle() const;
     QString connectButtonTitle() const;
     static QString apiKeyHint();
     QString accountRowForm() const;
     QVariant accountHint() const;
-    QVariantList accountChoices() const;
     int selectedAccountIndex() const;
     QString singleAccountName() const;
     static QStringList displayedRoyaltyTitles();
     int displayedRoyaltyIndex() const;
     static QVariantList refreshIntervalChoices();
     int refreshIntervalIndex() const;
-    QVariantList salesMetricSettingsRows() const;
     QString startAutomaticallyHint() const;
     static QString loginApprovalNotice();
     static QString openLoginItemsSettingsTitle();

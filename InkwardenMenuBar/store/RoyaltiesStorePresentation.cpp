@@ -5,19 +5,9 @@
 #include <algorithm>
 
 // What the popover's views show: texts, choices and enabled states derived from the published
-// state. Each list row is a map with plain keys, so the views bind to it as they find it.
+// state. The lists are the views' own models.
 
 namespace {
-
-QVariant optionalText(const std::optional<QString> &text)
-{
-    return text ? QVariant(*text) : QVariant();
-}
-
-QString countedUnits(qint64 count, const QLocale &locale)
-{
-    return locale.toString(count) + (count == 1 ? QStringLiteral(" unit") : QStringLiteral(" units"));
-}
 
 QString accountName(const PublisherAccount &account)
 {
@@ -153,55 +143,6 @@ QString RoyaltiesStore::highlightedRoyaltyText() const
     return money(highlightedRoyalty(), false);
 }
 
-QVariantList RoyaltiesStore::financialRows() const
-{
-    const auto row = [this](const QString &title, double value, const QString &icon, const QString &color) {
-        return QVariantMap{{QStringLiteral("title"), title},
-                           {QStringLiteral("value"), money(value, false)},
-                           {QStringLiteral("icon"), icon},
-                           {QStringLiteral("color"), color}};
-    };
-    return {
-        row(QStringLiteral("Gross royalties"), m_summary.gross, QStringLiteral("chart.line.uptrend.xyaxis"),
-            QStringLiteral("blue")),
-        row(QStringLiteral("Ad spend & expenses"), m_summary.spending, QStringLiteral("megaphone"),
-            QStringLiteral("orange")),
-        row(QStringLiteral("Net royalties"), m_summary.net, QStringLiteral("banknote"), QStringLiteral("green")),
-    };
-}
-
-QVariantList RoyaltiesStore::salesBreakdownRows() const
-{
-    QVariantList rows;
-    const SalesBreakdownMetric::MoneyText moneyText = [this](double value) { return money(value, false); };
-    for (const SalesBreakdownMetric metric : visibleSalesMetrics()) {
-        rows.append(QVariantMap{
-            {QStringLiteral("id"), metric.rawValue()},
-            {QStringLiteral("isCustomFormat"), false},
-            {QStringLiteral("title"), metric.title()},
-            {QStringLiteral("units"), metric.unitsText(m_summary, m_environment.locale)},
-            {QStringLiteral("royalties"), optionalText(metric.royaltiesText(m_summary, moneyText))},
-            {QStringLiteral("icon"), metric.icon()},
-            {QStringLiteral("color"), systemColorName(metric.color())},
-            {QStringLiteral("showsDivider"), !rows.isEmpty()},
-        });
-    }
-    // Custom formats follow by name; QMap keeps its keys in ascending order.
-    for (auto it = m_summary.customFormats.cbegin(); it != m_summary.customFormats.cend(); ++it) {
-        rows.append(QVariantMap{
-            {QStringLiteral("id"), QString(QStringLiteral("custom:") + it.key())},
-            {QStringLiteral("isCustomFormat"), true},
-            {QStringLiteral("title"), it.key()},
-            {QStringLiteral("units"), countedUnits(it->units, m_environment.locale)},
-            {QStringLiteral("royalties"), money(it->royalties, false)},
-            {QStringLiteral("icon"), QStringLiteral("square.grid.2x2")},
-            {QStringLiteral("color"), QStringLiteral("pink")},
-            {QStringLiteral("showsDivider"), !rows.isEmpty()},
-        });
-    }
-    return rows;
-}
-
 QString RoyaltiesStore::signInButtonTitle() const
 {
     return m_isAuthenticating ? QStringLiteral(u"Waiting for browser sign-in\u2026")
@@ -238,16 +179,6 @@ QVariant RoyaltiesStore::accountHint() const
         return QStringLiteral("Account details could not be loaded");
     }
     return {};
-}
-
-QVariantList RoyaltiesStore::accountChoices() const
-{
-    QVariantList choices;
-    for (const PublisherAccount &account : m_accounts) {
-        choices.append(QVariantMap{{QStringLiteral("text"), accountName(account)},
-                                   {QStringLiteral("accountID"), account.accountID}});
-    }
-    return choices;
 }
 
 int RoyaltiesStore::selectedAccountIndex() const
@@ -293,27 +224,6 @@ int RoyaltiesStore::refreshIntervalIndex() const
 {
     const auto found = std::find(refreshIntervals.cbegin(), refreshIntervals.cend(), m_refreshMinutes);
     return found == refreshIntervals.cend() ? -1 : int(std::distance(refreshIntervals.cbegin(), found));
-}
-
-QVariantList RoyaltiesStore::salesMetricSettingsRows() const
-{
-    QVariantList rows;
-    const qsizetype count = m_salesMetricOrder.size();
-    for (qsizetype position = 0; position < count; ++position) {
-        const SalesBreakdownMetric metric = m_salesMetricOrder.at(position);
-        rows.append(QVariantMap{
-            {QStringLiteral("id"), metric.rawValue()},
-            {QStringLiteral("title"), metric.title()},
-            {QStringLiteral("isShown"), !m_hiddenSalesMetrics.contains(metric)},
-            {QStringLiteral("showsDivider"), position > 0},
-            {QStringLiteral("canMoveUp"), position > 0},
-            {QStringLiteral("canMoveDown"), position < count - 1},
-            {QStringLiteral("moveUpTitle"), QString(QStringLiteral("Move ") + metric.title() + QStringLiteral(" up"))},
-            {QStringLiteral("moveDownTitle"),
-             QString(QStringLiteral("Move ") + metric.title() + QStringLiteral(" down"))},
-        });
-    }
-    return rows;
 }
 
 QString RoyaltiesStore::startAutomaticallyHint() const

@@ -131,22 +131,25 @@ Item {
                                 timelineRunning: view.visible && view.Window.window !== null && view.Window.window.visible
                             }
                             Repeater {
-                                // Counted, not listed: rows are read by position, so they are kept
-                                // (and their focus) when the figures change.
-                                model: view.store.financialRows.length
+                                // The rows change in place when the figures do, so they keep
+                                // their focus.
+                                model: FinancialRowsModel { store: view.store }
                                 delegate: ColumnLayout {
                                     id: financial
                                     required property int index
-                                    readonly property var row: view.store.financialRows[index]
+                                    required property string title
+                                    required property string value
+                                    required property string icon
+                                    required property string color
                                     spacing: 11
                                     Layout.fillWidth: true
                                     Separator { visible: financial.index > 0 }
                                     MetricRow {
                                         objectName: "financialRow" + financial.index
-                                        title: financial.row.title
-                                        value: financial.row.value
-                                        icon: financial.row.icon
-                                        color: financial.row.color
+                                        title: financial.title
+                                        value: financial.value
+                                        icon: financial.icon
+                                        color: financial.color
                                     }
                                 }
                             }
@@ -176,26 +179,31 @@ Item {
                                 anchors.right: parent.right
                                 spacing: 0
                                 Repeater {
-                                    model: view.store.salesBreakdownRows.length
+                                    model: SalesBreakdownModel { store: view.store }
                                     delegate: ColumnLayout {
                                         id: sales
-                                        required property int index
-                                        readonly property var row: view.store.salesBreakdownRows[index]
-                                        objectName: "breakdownRow_" + row.id
+                                        required property string key
+                                        required property string title
+                                        required property string units
+                                        required property var royalties
+                                        required property string icon
+                                        required property string color
+                                        required property bool showsDivider
+                                        objectName: "breakdownRow_" + key
                                         spacing: 0
                                         Layout.fillWidth: true
                                         Separator {
                                             objectName: "divider"
                                             indent: 38
-                                            visible: sales.row.showsDivider
+                                            visible: sales.showsDivider
                                         }
                                         FormatSalesRow {
                                             objectName: "row"
-                                            title: sales.row.title
-                                            units: sales.row.units
-                                            royalties: sales.row.royalties
-                                            icon: sales.row.icon
-                                            color: sales.row.color
+                                            title: sales.title
+                                            units: sales.units
+                                            royalties: sales.royalties
+                                            icon: sales.icon
+                                            color: sales.color
                                         }
                                     }
                                 }

@@ -22,19 +22,26 @@ Rectangle {
         spacing: 0
 
         Repeater {
-            // Counted, not listed: toggling or moving keeps the rows (and the keyboard focus).
-            model: list.store.salesMetricSettingsRows.length
+            // Toggling or moving changes the rows in place, so they keep the keyboard focus.
+            model: SalesMetricSettingsModel { store: list.store }
             delegate: ColumnLayout {
                 id: entry
                 required property int index
-                readonly property var row: list.store.salesMetricSettingsRows[index]
+                required property string key
+                required property string title
+                required property bool isShown
+                required property bool showsDivider
+                required property bool canMoveUp
+                required property bool canMoveDown
+                required property string moveUpTitle
+                required property string moveDownTitle
                 objectName: "metricSetting" + index
                 spacing: 0
                 Layout.fillWidth: true
 
                 Separator {
                     objectName: "divider"
-                    visible: entry.row.showsDivider
+                    visible: entry.showsDivider
                 }
                 RowLayout {
                     spacing: 8
@@ -47,33 +54,33 @@ Rectangle {
                     CheckBox {
                         id: toggle
                         objectName: "metricToggle"
-                        text: entry.row.title
-                        checked: entry.row.isShown
+                        text: entry.title
+                        checked: entry.isShown
                         font: Typography.body
                         padding: 0
                         Layout.fillWidth: true
                         Accessible.name: text
                         onToggled: {
-                            list.store.setSalesMetricHidden(entry.row.id, !checked)
+                            list.store.setSalesMetricHidden(entry.key, !checked)
                             // The store decides: show what it holds, not what was clicked.
-                            checked = Qt.binding(() => entry.row.isShown)
+                            checked = Qt.binding(() => entry.isShown)
                         }
                     }
                     SymbolButton {
                         objectName: "moveUpButton"
                         symbol: "chevron.up"
-                        toolTip: entry.row.moveUpTitle
+                        toolTip: entry.moveUpTitle
                         foreground: Theme.secondaryText
-                        enabled: entry.row.canMoveUp
-                        onClicked: list.store.moveSalesMetric(entry.row.id, -1)
+                        enabled: entry.canMoveUp
+                        onClicked: list.store.moveSalesMetric(entry.key, -1)
                     }
                     SymbolButton {
                         objectName: "moveDownButton"
                         symbol: "chevron.down"
-                        toolTip: entry.row.moveDownTitle
+                        toolTip: entry.moveDownTitle
                         foreground: Theme.secondaryText
-                        enabled: entry.row.canMoveDown
-                        onClicked: list.store.moveSalesMetric(entry.row.id, 1)
+                        enabled: entry.canMoveDown
+                        onClicked: list.store.moveSalesMetric(entry.key, 1)
                     }
                 }
             }

@@ -115,7 +115,7 @@ Item {
                         ComboBox {
                             objectName: "accountPicker"
                             visible: view.store.accountRowForm === "picker"
-                            model: view.store.accountChoices
+                            model: AccountChoicesModel { store: view.store }
                             textRole: "text"
                             valueRole: "accountID"
                             currentIndex: view.store.selectedAccountIndex

@@ -9,7 +9,7 @@ INKWARDEN_BUILD_PACKAGES=(
     libicu-dev tzdata
     qt6-declarative-dev qt6-svg-dev qml6-module-qtqml qml6-module-qtquick qml6-module-qtquick-controls
     qml6-module-qtquick-layouts qml6-module-qtquick-templates qml6-module-qtqml-workerscript
-    qml6-module-qtquick-window fonts-material-design-icons-iconfont fonts-roboto-unhinted
+    qml6-module-qtquick-window qml6-module-qtqml-models fonts-material-design-icons-iconfont fonts-roboto-unhinted
 )
 
 # What running Inkwarden on a desktop needs besides what it is built from: the keyring, the

@@ -1,0 +1,36 @@
+#include "SalesMetricSettingsModel.h"
+
+#include "model/SalesBreakdownMetric.h"
+#include "store/RoyaltiesStore.h"
+
+SalesMetricSettingsModel::SalesMetricSettingsModel(QObject *parent)
+    : StoreRowsModel(
+        {"key", "title", "isShown", "showsDivider", "canMoveUp", "canMoveDown", "moveUpTitle", "moveDownTitle"}, parent)
+{}
+
+void SalesMetricSettingsModel::watch(RoyaltiesStore &store)
+{
+    QObject::connect(&store, &RoyaltiesStore::salesMetricSettingsPresentationChanged, this,
+                     &SalesMetricSettingsModel::refresh);
+}
+
+QList<QVariantList> SalesMetricSettingsModel::makeRows(const RoyaltiesStore &store) const
+{
+    QList<QVariantList> rows;
+    const QList<SalesBreakdownMetric> &order = store.salesMetricOrder();
+    const qsizetype count = order.size();
+    for (qsizetype position = 0; position < count; ++position) {
+        const SalesBreakdownMetric metric = order.at(position);
+        rows.append(QVariantList{
+            metric.rawValue(),
+            metric.title(),
+            !store.hiddenSalesMetrics().contains(metric),
+            position > 0,
+            position > 0,
+            position < count - 1,
+            QString(QStringLiteral("Move ") + metric.title() + QStringLiteral(" up")),
+            QString(QStringLiteral("Move ") + metric.title() + QStringLiteral(" down")),
+        });
+    }
+    return rows;
+}
