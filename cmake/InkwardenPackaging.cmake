@@ -30,7 +30,7 @@ format a click away. It signs in through the browser and keeps its API key in th
 system keyring.")
 # Loaded at run time, so invisible to dpkg-shlibdeps:
 # - the QML modules the popover imports (QtQuick, Layouts, Controls with the Fusion style and
-#   Templates) and the ones those load in turn (QtQml, WorkerScript, Window);
+#   Templates) and the ones those load in turn (QtQml, its Models, WorkerScript, Window);
 # - the Secret Service that keeps the API key: gnome-keyring, or KDE Wallet or KeePassXC, the same
 #   choice Debian's own Secret Service clients offer (Debian 12 has no package that provides
 #   org.freedesktop.secrets);
@@ -41,7 +41,8 @@ system keyring.")
 # - Qt's Wayland platform plugin: on a Wayland-only session (sway, other wlroots compositors) there
 #   is no X server to fall back to, and without the plugin Inkwarden does not start at all.
 set(CPACK_DEBIAN_INKWARDEN_PACKAGE_DEPENDS
-    "qml6-module-qtqml, qml6-module-qtqml-workerscript, qml6-module-qtquick, qml6-module-qtquick-controls, \
+    "qml6-module-qtqml, qml6-module-qtqml-models, qml6-module-qtqml-workerscript, qml6-module-qtquick, \
+qml6-module-qtquick-controls, \
 qml6-module-qtquick-layouts, qml6-module-qtquick-templates, qml6-module-qtquick-window, \
 gnome-keyring | libkf5wallet-bin (>= 5.97) | keepassxc, \
 fonts-material-design-icons-iconfont, fonts-roboto-unhinted, \

@@ -4,6 +4,7 @@
 // tests/desktop/run-with-session-bus.sh starts. Settings programs are never really started.
 #include "platform/LinuxDesktopServices.h"
 #include "support/Await.h"
+#include "support/FakeFileManager.h"
 #include "support/ScopedEnvironment.h"
 #include "support/TestFiles.h"
 
@@ -28,35 +29,7 @@ QString readFile(const QString &path)
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 
-const QString FileManagerService = QStringLiteral("org.freedesktop.FileManager1");
-const QString FileManagerPath = QStringLiteral("/org/freedesktop/FileManager1");
-
 } // namespace
-
-// A file manager that notes what it was asked to show, or refuses when told to.
-class FakeFileManager
-    : public QObject
-    , protected QDBusContext
-{
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.FileManager1")
-
-public:
-    QList<QStringList> shownItems;
-    QStringList startupIds;
-    bool refuse = false;
-
-public Q_SLOTS:
-    void ShowItems(const QStringList &uris, const QString &startupId)
-    {
-        if (refuse) {
-            sendErrorReply(QDBusError::Failed, QStringLiteral("The file manager is not in the mood"));
-            return;
-        }
-        shownItems.append(uris);
-        startupIds.append(startupId);
-    }
-};
 
 class TestLinuxDesktopServices : public QObject
 {
@@ -212,8 +185,8 @@ void TestLinuxDesktopServices::revealSendsTheFileURIToTheFileManager()
         QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("fake-file-manager"));
     QVERIFY(fileManagerBus.isConnected());
     FakeFileManager fileManager;
-    QVERIFY(fileManagerBus.registerObject(FileManagerPath, &fileManager, QDBusConnection::ExportAllSlots));
-    QVERIFY(fileManagerBus.registerService(FileManagerService));
+    QVERIFY(fileManagerBus.registerObject(FakeFileManager::path(), &fileManager, QDBusConnection::ExportAllSlots));
+    QVERIFY(fileManagerBus.registerService(FakeFileManager::service()));
 
     const QString installer = m_scratch->filePath(QStringLiteral("Inkwarden Updates/Inkwarden-1.2.deb"));
     const QString accented = m_scratch->filePath(QStringLiteral(u"Inkwarden Updates/Tanti\u00E8me #1.deb"));
@@ -226,8 +199,8 @@ void TestLinuxDesktopServices::revealSendsTheFileURIToTheFileManager()
         QTRY_COMPARE(fileManager.shownItems.size(), 2);
         QTest::qWait(100); // the replies come back: no folder may open on top
     }
-    fileManagerBus.unregisterService(FileManagerService);
-    fileManagerBus.unregisterObject(FileManagerPath);
+    fileManagerBus.unregisterService(FakeFileManager::service());
+    fileManagerBus.unregisterObject(FakeFileManager::path());
     QDBusConnection::disconnectFromBus(QStringLiteral("fake-file-manager"));
 
     const QString folderURI = QStringLiteral("file://") + m_scratch->path() + QStringLiteral("/Inkwarden%20Updates/");
@@ -243,7 +216,7 @@ void TestLinuxDesktopServices::revealOpensTheFolderWithoutAFileManager()
         QSKIP("needs the private session bus of tests/desktop/run-with-session-bus.sh");
     }
     QVERIFY(QDBusConnection::sessionBus().isConnected());
-    QVERIFY(!QDBusConnection::sessionBus().interface()->isServiceRegistered(FileManagerService).value());
+    QVERIFY(!QDBusConnection::sessionBus().interface()->isServiceRegistered(FakeFileManager::service()).value());
     const QString installer = m_scratch->filePath(QStringLiteral("Inkwarden Updates/Inkwarden-1.2.deb"));
     QVERIFY(writeFile(installer, "!<arch>\n"));
 
@@ -262,8 +235,8 @@ void TestLinuxDesktopServices::revealOpensTheFolderWhenTheFileManagerFails()
         QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("refusing-file-manager"));
     FakeFileManager fileManager;
     fileManager.refuse = true;
-    QVERIFY(fileManagerBus.registerObject(FileManagerPath, &fileManager, QDBusConnection::ExportAllSlots));
-    QVERIFY(fileManagerBus.registerService(FileManagerService));
+    QVERIFY(fileManagerBus.registerObject(FakeFileManager::path(), &fileManager, QDBusConnection::ExportAllSlots));
+    QVERIFY(fileManagerBus.registerService(FakeFileManager::service()));
 
     const QString installer = m_scratch->filePath(QStringLiteral("Inkwarden-1.2.deb"));
     QVERIFY(writeFile(installer, "!<arch>\n"));
@@ -271,8 +244,8 @@ void TestLinuxDesktopServices::revealOpensTheFolderWhenTheFileManagerFails()
     desktop.revealFile(installer);
     QTRY_COMPARE(m_openedURLs, QList<QUrl>{QUrl::fromLocalFile(m_scratch->path())});
 
-    fileManagerBus.unregisterService(FileManagerService);
-    fileManagerBus.unregisterObject(FileManagerPath);
+    fileManagerBus.unregisterService(FakeFileManager::service());
+    fileManagerBus.unregisterObject(FakeFileManager::path());
     QDBusConnection::disconnectFromBus(QStringLiteral("refusing-file-manager"));
 }
 

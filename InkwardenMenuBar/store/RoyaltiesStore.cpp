@@ -5,13 +5,9 @@
 #include "SecretStore.h"
 #include "SettingsKeys.h"
 #include "model/Clock.h"
+#include "model/RefreshInterval.h"
 
 namespace {
-
-bool isOfferedRefreshInterval(qint64 minutes)
-{
-    return minutes == 30 || minutes == 60 || minutes == 120 || minutes == 180;
-}
 
 // The stored order, unknown names skipped and duplicates kept, then every metric it lacks in the
 // canonical order: a version that adds metrics puts them at the end of the user's order.
@@ -56,7 +52,7 @@ RoyaltiesStore::RoyaltiesStore(StoreEnvironment environment, QObject *parent)
                       .value_or(m_environment.appInfo.defaultServerURL.value_or(builtInServerURL()));
     m_accountID = preferences.string(SettingsKeys::accountID).value_or(QString());
     const qint64 storedMinutes = preferences.integer(SettingsKeys::refreshMinutes).value_or(0);
-    m_refreshMinutes = isOfferedRefreshInterval(storedMinutes) ? storedMinutes : 30;
+    m_refreshMinutes = RefreshInterval::isOffered(storedMinutes) ? storedMinutes : RefreshInterval::defaultMinutes;
     m_selectedPeriod = RoyaltyPeriod::fromRawValue(preferences.string(SettingsKeys::selectedPeriod).value_or(QString()))
                            .value_or(RoyaltyPeriod::today);
     m_displayedRoyalty =

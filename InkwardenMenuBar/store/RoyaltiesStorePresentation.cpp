@@ -1,6 +1,7 @@
 #include "PlatformTexts.h"
 #include "RoyaltiesStore.h"
 #include "model/Clock.h"
+#include "model/RefreshInterval.h"
 
 #include <algorithm>
 
@@ -13,8 +14,6 @@ QString accountName(const PublisherAccount &account)
 {
     return account.displayName.value_or(account.userEmail);
 }
-
-constexpr std::array<qint64, 4> refreshIntervals{30, 60, 120, 180};
 
 } // namespace
 
@@ -215,15 +214,16 @@ QVariantList RoyaltiesStore::refreshIntervalChoices()
     QVariantList choices;
     for (qsizetype i = 0; i < texts.size(); ++i) {
         choices.append(QVariantMap{{QStringLiteral("text"), texts.at(i)},
-                                   {QStringLiteral("minutes"), refreshIntervals.at(size_t(i))}});
+                                   {QStringLiteral("minutes"), RefreshInterval::offeredMinutes.at(size_t(i))}});
     }
     return choices;
 }
 
 int RoyaltiesStore::refreshIntervalIndex() const
 {
-    const auto found = std::find(refreshIntervals.cbegin(), refreshIntervals.cend(), m_refreshMinutes);
-    return found == refreshIntervals.cend() ? -1 : int(std::distance(refreshIntervals.cbegin(), found));
+    const auto &offered = RefreshInterval::offeredMinutes;
+    const auto found = std::find(offered.cbegin(), offered.cend(), m_refreshMinutes);
+    return found == offered.cend() ? -1 : int(std::distance(offered.cbegin(), found));
 }
 
 QString RoyaltiesStore::startAutomaticallyHint() const

@@ -71,7 +71,7 @@ expect_dependency() {
 # What the program loads or runs without linking it: the QML modules of the popover, the Secret
 # Service, the icon and figure fonts, the browser opener, the triggers for the handler and icons, and
 # Qt's Wayland plugin, without which a Wayland-only session cannot start it.
-for dependency in qml6-module-qtqml qml6-module-qtqml-workerscript qml6-module-qtquick \
+for dependency in qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript qml6-module-qtquick \
     qml6-module-qtquick-controls qml6-module-qtquick-layouts qml6-module-qtquick-templates \
     qml6-module-qtquick-window fonts-material-design-icons-iconfont fonts-roboto-unhinted \
     xdg-utils desktop-file-utils hicolor-icon-theme qt6-wayland \

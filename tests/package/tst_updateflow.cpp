@@ -12,6 +12,7 @@
 #include "store/PlatformTexts.h"
 #include "store/Preferences.h"
 #include "store/RoyaltiesStore.h"
+#include "support/FakeFileManager.h"
 #include "support/TestDoubles.h"
 #include "support/TestFiles.h"
 #include "support/VirtualClock.h"
@@ -52,21 +53,6 @@ QString nextVersion(const QString &version)
 
 } // namespace
 
-// A file manager that notes what it was asked to show.
-class RecordingFileManager
-    : public QObject
-    , protected QDBusContext
-{
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.FileManager1")
-
-public:
-    QList<QStringList> shownItems;
-
-public Q_SLOTS:
-    void ShowItems(const QStringList &uris, const QString &) { shownItems.append(uris); }
-};
-
 class TestUpdateFlow : public QObject
 {
     Q_OBJECT
@@ -88,7 +74,7 @@ private:
     QProcess m_server;
     QUrl m_serverURL;
     QNetworkAccessManager m_adminNetwork;
-    std::unique_ptr<RecordingFileManager> m_fileManager;
+    std::unique_ptr<FakeFileManager> m_fileManager;
 };
 
 void TestUpdateFlow::initTestCase()
@@ -131,12 +117,11 @@ void TestUpdateFlow::initTestCase()
                       "application/vnd.debian.binary-package=inkwarden-test-software-installer.desktop\n"));
 
     // On a connection of its own, as a file manager is a process of its own.
-    m_fileManager = std::make_unique<RecordingFileManager>();
+    m_fileManager = std::make_unique<FakeFileManager>();
     QDBusConnection bus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("file-manager"));
     QVERIFY(bus.isConnected());
-    QVERIFY(bus.registerObject(QStringLiteral("/org/freedesktop/FileManager1"), m_fileManager.get(),
-                               QDBusConnection::ExportAllSlots));
-    QVERIFY(bus.registerService(QStringLiteral("org.freedesktop.FileManager1")));
+    QVERIFY(bus.registerObject(FakeFileManager::path(), m_fileManager.get(), QDBusConnection::ExportAllSlots));
+    QVERIFY(bus.registerService(FakeFileManager::service()));
 
     // The development server program, as a developer starts it to try an update.
     m_server.setProgram(QStringLiteral(INKWARDEN_DEVSERVER_PROGRAM));
