@@ -41,7 +41,7 @@ while [ "$#" -gt 0 ]; do
         --settle) settle=$2; shift ;;
         --runs) runs=$2; shift ;;
         --no-build) build=0 ;;
-        -h|--help) sed -n '2,27p' "$0" | sed 's/^# \{0,1\}//'; exit 0 ;;
+        -h|--help) inkwarden_print_usage "$0"; exit 0 ;;
         *) echo "$0: unknown argument $1 (see --help)" >&2; exit 2 ;;
     esac
     shift

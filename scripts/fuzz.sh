@@ -12,6 +12,7 @@
 set -euo pipefail
 
 repo="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
+source "$repo/scripts/lib/packages.sh"
 build="$repo/build/fuzz"
 seeds="$repo/tests/data/fuzz-corpus"
 dict="$repo/fuzz/json.dict"
@@ -23,28 +24,19 @@ while (($#)); do
     case "$1" in
     --smoke) smoke=1 seconds=30 ;;
     --) shift; extra=("$@"); break ;;
-    ''|*[!0-9]*) echo "usage: $0 [--smoke | SECONDS] [-- LIBFUZZER-OPTIONS...]" >&2; exit 2 ;;
+    -h|--help) inkwarden_print_usage "$0"; exit 0 ;;
+    ''|*[!0-9]*) echo "$0: unknown argument $1 (see --help)" >&2; exit 2 ;;
     *) seconds="$1" ;;
     esac
     shift
 done
 
-install_packages() {
-    local sudo=()
-    if [ "$(id -u)" -ne 0 ]; then
-        sudo=(sudo)
-    fi
-    echo "fuzz.sh: installing $* with apt-get" >&2
-    "${sudo[@]}" apt-get update
-    DEBIAN_FRONTEND=noninteractive "${sudo[@]}" apt-get install -y --no-install-recommends "$@"
-}
-
 compiler="$(command -v clang++-14 || command -v clang++ || true)"
 if [ -z "$compiler" ]; then
-    install_packages clang-14 libclang-rt-14-dev
+    inkwarden_ensure_packages clang-14 libclang-rt-14-dev
     compiler="$(command -v clang++-14)"
 elif ! dpkg-query -W -f='${Status}' libclang-rt-14-dev 2>/dev/null | grep -q 'ok installed'; then
-    install_packages libclang-rt-14-dev
+    inkwarden_ensure_packages libclang-rt-14-dev
 fi
 
 # The compiler is chosen once; naming it again on a configured tree would make CMake start over.

@@ -26,7 +26,7 @@ while [ "$#" -gt 0 ]; do
         --output) output=$2; shift ;;
         --size) size=$2; shift ;;
         --no-build) build=0 ;;
-        -h|--help) sed -n '2,15p' "$0" | sed 's/^# \{0,1\}//'; exit 0 ;;
+        -h|--help) inkwarden_print_usage "$0"; exit 0 ;;
         *) echo "$0: unknown argument $1 (see --help)" >&2; exit 2 ;;
     esac
     shift

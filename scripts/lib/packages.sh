@@ -86,3 +86,9 @@ inkwarden_ensure_packages() {
     "${sudo[@]}" apt-get update -qq
     DEBIAN_FRONTEND=noninteractive "${sudo[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}"
 }
+
+# A script's --help: its own opening comment, from the second line to the first that is not a
+# comment, without the comment marks.
+inkwarden_print_usage() {
+    awk 'NR == 1 { next } /^#/ { sub(/^# ?/, ""); print; next } { exit }' "$1"
+}
