@@ -17,3 +17,14 @@ QString DisplayedRoyalty::rawValue() const
     }
     Q_UNREACHABLE();
 }
+
+QString DisplayedRoyalty::title() const
+{
+    switch (m_case) {
+    case gross:
+        return QStringLiteral("Gross royalties");
+    case net:
+        return QStringLiteral("Net royalties");
+    }
+    Q_UNREACHABLE();
+}

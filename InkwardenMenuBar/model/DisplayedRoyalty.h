@@ -6,8 +6,8 @@
 #include <array>
 #include <optional>
 
-// Whether gross or net royalties are the headline figure. The raw value is the label of the
-// segmented choice in the settings and the value kept in the settings.
+// Whether gross or net royalties are the headline figure. The raw value is what the settings keep,
+// so it must never change; the title is what the settings' choice shows, and may.
 class DisplayedRoyalty
 {
 public:
@@ -23,6 +23,7 @@ public:
     constexpr Case value() const { return m_case; }
     QString rawValue() const;
     QString id() const { return rawValue(); }
+    QString title() const;
 
     friend constexpr bool operator==(DisplayedRoyalty, DisplayedRoyalty) = default;
     friend size_t qHash(DisplayedRoyalty royalty, size_t seed = 0) noexcept

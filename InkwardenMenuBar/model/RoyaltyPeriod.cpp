@@ -20,6 +20,19 @@ QString RoyaltyPeriod::rawValue() const
     Q_UNREACHABLE();
 }
 
+QString RoyaltyPeriod::title() const
+{
+    switch (m_case) {
+    case today:
+        return QStringLiteral("Today");
+    case yesterday:
+        return QStringLiteral("Yesterday");
+    case thisMonth:
+        return QStringLiteral("This Month");
+    }
+    Q_UNREACHABLE();
+}
+
 PeriodDates RoyaltyPeriod::dates(const QTimeZone &calendar, const QDateTime &now) const
 {
     // Days are counted as dates and turned into instants last, so a day that starts at 01:00

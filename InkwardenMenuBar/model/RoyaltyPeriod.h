@@ -14,8 +14,8 @@ struct PeriodDates {
     QDateTime end;
 };
 
-// Which span of days the figures cover. The raw value is both the title shown in the period picker
-// and the value kept in the settings, so it must never change.
+// Which span of days the figures cover. The raw value is what the settings keep, so it must never
+// change; the title is what the views show, and may.
 class RoyaltyPeriod
 {
 public:
@@ -31,6 +31,7 @@ public:
     constexpr Case value() const { return m_case; }
     QString rawValue() const;
     QString id() const { return rawValue(); }
+    QString title() const;
 
     // `calendar` is the time zone whose days count; `now` the current instant.
     PeriodDates dates(const QTimeZone &calendar, const QDateTime &now) const;

@@ -108,7 +108,6 @@ class RoyaltiesStore : public QObject
     Q_PROPERTY(QString checkForUpdatesTitle READ checkForUpdatesTitle NOTIFY updatePresentationChanged)
     Q_PROPERTY(bool canCheckForUpdates READ canCheckForUpdates NOTIFY updatePresentationChanged)
     Q_PROPERTY(QString installUpdateTitle READ installUpdateTitle NOTIFY updatePresentationChanged)
-    Q_PROPERTY(QStringList periodTitles READ periodTitles CONSTANT)
     Q_PROPERTY(QVariant periodCooldownCaption READ periodCooldownCaption NOTIFY requestCooldownRemainingChanged)
     Q_PROPERTY(QString statusIndicatorColor READ statusIndicatorColor NOTIFY figuresPresentationChanged)
     Q_PROPERTY(QString displayedRoyaltyCaption READ displayedRoyaltyCaption NOTIFY displayedRoyaltyChanged)
@@ -122,7 +121,6 @@ class RoyaltiesStore : public QObject
     Q_PROPERTY(QVariant accountHint READ accountHint NOTIFY accountPresentationChanged)
     Q_PROPERTY(int selectedAccountIndex READ selectedAccountIndex NOTIFY accountPresentationChanged)
     Q_PROPERTY(QString singleAccountName READ singleAccountName NOTIFY accountPresentationChanged)
-    Q_PROPERTY(QStringList displayedRoyaltyTitles READ displayedRoyaltyTitles CONSTANT)
     Q_PROPERTY(int displayedRoyaltyIndex READ displayedRoyaltyIndex NOTIFY displayedRoyaltyChanged)
     Q_PROPERTY(QVariantList refreshIntervalChoices READ refreshIntervalChoices CONSTANT)
     Q_PROPERTY(int refreshIntervalIndex READ refreshIntervalIndex NOTIFY refreshMinutesChanged)
@@ -423,7 +421,6 @@ public:
     QString checkForUpdatesTitle() const;
     bool canCheckForUpdates() const { return !m_isCheckingForUpdates && !m_isDownloadingUpdate; }
     QString installUpdateTitle() const;
-    static QStringList periodTitles();
     QVariant periodCooldownCaption() const;
     QString statusIndicatorColor() const;
     QString displayedRoyaltyCaption() const;
@@ -435,7 +432,6 @@ public:
     QVariant accountHint() const;
     int selectedAccountIndex() const;
     QString singleAccountName() const;
-    static QStringList displayedRoyaltyTitles();
     int displayedRoyaltyIndex() const;
     static QVariantList refreshIntervalChoices();
     int refreshIntervalIndex() const;

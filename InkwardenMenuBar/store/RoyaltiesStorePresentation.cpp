@@ -105,15 +105,6 @@ QString RoyaltiesStore::installUpdateTitle() const
     return m_isDownloadingUpdate ? QStringLiteral(u"Downloading\u2026") : QStringLiteral("Install update");
 }
 
-QStringList RoyaltiesStore::periodTitles()
-{
-    QStringList titles;
-    for (const RoyaltyPeriod period : RoyaltyPeriod::allCases()) {
-        titles.append(period.rawValue());
-    }
-    return titles;
-}
-
 QVariant RoyaltiesStore::periodCooldownCaption() const
 {
     if (m_requestCooldownRemaining < 1) {
@@ -134,7 +125,7 @@ QString RoyaltiesStore::statusIndicatorColor() const
 
 QString RoyaltiesStore::displayedRoyaltyCaption() const
 {
-    return m_displayedRoyalty.rawValue().toUpper();
+    return m_displayedRoyalty.title().toUpper();
 }
 
 QString RoyaltiesStore::highlightedRoyaltyText() const
@@ -191,15 +182,6 @@ int RoyaltiesStore::selectedAccountIndex() const
 QString RoyaltiesStore::singleAccountName() const
 {
     return m_accounts.size() == 1 ? accountName(m_accounts.first()) : QString();
-}
-
-QStringList RoyaltiesStore::displayedRoyaltyTitles()
-{
-    QStringList titles;
-    for (const DisplayedRoyalty royalty : DisplayedRoyalty::allCases()) {
-        titles.append(royalty.rawValue());
-    }
-    return titles;
 }
 
 int RoyaltiesStore::displayedRoyaltyIndex() const

@@ -10,6 +10,11 @@ Item {
     id: view
     required property RoyaltiesStore store
 
+    PeriodChoicesModel {
+        id: periods
+        store: view.store
+    }
+
     ColumnLayout {
         anchors.fill: parent
         spacing: 0
@@ -43,7 +48,7 @@ Item {
                     }
                     TextLine {
                         objectName: "headerPeriod"
-                        text: view.store.selectedPeriod
+                        text: periods.currentTitle
                         font: Typography.caption
                         color: Theme.secondaryText
                     }
@@ -90,8 +95,7 @@ Item {
                         SegmentedPicker {
                             objectName: "periodPicker"
                             accessibleName: "Period"
-                            model: view.store.periodTitles
-                            current: view.store.selectedPeriod
+                            model: periods
                             enabled: view.store.canSwitchPeriod
                             onActivated: value => view.store.selectPeriod(value)
                         }

@@ -3,13 +3,12 @@ import QtQuick
 import QtQuick.Controls.Fusion
 import QtQuick.Layouts
 
-// A segmented choice: one segment per entry of `model` (texts), the one equal to `current`
-// selected. Choosing a segment emits `activated` with its text; the picker never selects by itself,
-// so the store decides what is shown.
+// A segmented choice: one segment per row of `model` (a list model with the roles value, title and
+// isCurrent), showing the title, the current row selected. Choosing a segment emits `activated`
+// with its value; the picker never selects by itself, so the store decides what is shown.
 Rectangle {
     id: picker
-    property var model: []
-    property string current
+    property var model
     property string accessibleName
     signal activated(string value)
 
@@ -29,11 +28,13 @@ Rectangle {
             model: picker.model
             delegate: AbstractButton {
                 id: segment
-                required property string modelData
+                required property string value
+                required property string title
+                required property bool isCurrent
                 required property int index
                 objectName: picker.objectName + "Segment" + index
-                text: modelData
-                checked: modelData === picker.current
+                text: title
+                checked: isCurrent
                 enabled: picker.enabled
                 focusPolicy: Qt.StrongFocus
                 Layout.fillWidth: true
@@ -43,7 +44,7 @@ Rectangle {
                 Accessible.name: text
                 Accessible.checkable: true
                 Accessible.checked: checked
-                onClicked: picker.activated(modelData)
+                onClicked: picker.activated(value)
 
                 background: Rectangle {
                     radius: 5

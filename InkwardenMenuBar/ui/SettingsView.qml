@@ -146,8 +146,7 @@ Item {
                         SegmentedPicker {
                             objectName: "displayedRoyaltyPicker"
                             accessibleName: "Displayed royalty"
-                            model: view.store.displayedRoyaltyTitles
-                            current: view.store.displayedRoyalty
+                            model: DisplayedRoyaltyChoicesModel { store: view.store }
                             onActivated: value => view.store.displayedRoyalty = value
                         }
                     }

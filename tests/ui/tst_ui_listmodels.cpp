@@ -3,7 +3,9 @@
 // rows come or go. Qt's model tester checks each against the model rules as it changes.
 #include "UiTest.h"
 #include "ui/AccountChoicesModel.h"
+#include "ui/DisplayedRoyaltyChoicesModel.h"
 #include "ui/FinancialRowsModel.h"
+#include "ui/PeriodChoicesModel.h"
 #include "ui/SalesBreakdownModel.h"
 #include "ui/SalesMetricSettingsModel.h"
 
@@ -131,6 +133,46 @@ private Q_SLOTS:
         QCOMPARE(model.value(0, QStringLiteral("text")), QVariant(QStringLiteral("Ann's Books")));
         // Without a display name, the e-mail address.
         QCOMPARE(model.value(1, QStringLiteral("text")), QVariant(QStringLiteral("bob@example.com")));
+    }
+
+    // The pickers show titles and hand back the stored values: a title may change without touching
+    // what the settings keep.
+    void periodChoicesShowTitlesAndHandBackStoredValues()
+    {
+        RoyaltiesStore &store = m_fixture->store();
+        PeriodChoicesModel model;
+        QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        QSignalSpy titleChanged(&model, &PeriodChoicesModel::currentTitleChanged);
+        model.setStore(&store);
+        QCOMPARE(model.count(), 3);
+        for (int row = 0; row < 3; ++row) {
+            const RoyaltyPeriod period = RoyaltyPeriod::allCases().at(size_t(row));
+            QCOMPARE(model.value(row, QStringLiteral("value")), QVariant(period.rawValue()));
+            QCOMPARE(model.value(row, QStringLiteral("title")), QVariant(period.title()));
+            QCOMPARE(model.value(row, QStringLiteral("isCurrent")), QVariant(period == store.selectedPeriod()));
+        }
+        QCOMPARE(model.currentTitle(), store.selectedPeriod().title());
+
+        store.selectPeriod(RoyaltyPeriod(RoyaltyPeriod::thisMonth).rawValue());
+        QCOMPARE(model.value(2, QStringLiteral("isCurrent")), QVariant(true));
+        QCOMPARE(model.value(0, QStringLiteral("isCurrent")), QVariant(false));
+        QCOMPARE(model.currentTitle(), QStringLiteral("This Month"));
+        QVERIFY(titleChanged.size() >= 2);
+    }
+
+    void displayedRoyaltyChoicesFollowTheStore()
+    {
+        RoyaltiesStore &store = m_fixture->store();
+        DisplayedRoyaltyChoicesModel model;
+        QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        model.setStore(&store);
+        QCOMPARE(model.count(), 2);
+        QCOMPARE(model.value(0, QStringLiteral("value")), QVariant(QStringLiteral("Gross royalties")));
+        QCOMPARE(model.value(1, QStringLiteral("title")), QVariant(QStringLiteral("Net royalties")));
+        QCOMPARE(model.value(0, QStringLiteral("isCurrent")), QVariant(true));
+        store.setDisplayedRoyalty(DisplayedRoyalty::net);
+        QCOMPARE(model.value(1, QStringLiteral("isCurrent")), QVariant(true));
+        QCOMPARE(model.value(0, QStringLiteral("isCurrent")), QVariant(false));
     }
 
 private:
