@@ -20,11 +20,7 @@ QString DisplayedRoyalty::rawValue() const
 
 QString DisplayedRoyalty::title() const
 {
-    switch (m_case) {
-    case gross:
-        return QStringLiteral("Gross royalties");
-    case net:
-        return QStringLiteral("Net royalties");
-    }
-    Q_UNREACHABLE();
+    // The same words as the stored value, for now: a title may change (or be translated) here
+    // without touching what the settings keep.
+    return rawValue();
 }

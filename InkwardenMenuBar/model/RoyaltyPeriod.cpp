@@ -22,15 +22,9 @@ QString RoyaltyPeriod::rawValue() const
 
 QString RoyaltyPeriod::title() const
 {
-    switch (m_case) {
-    case today:
-        return QStringLiteral("Today");
-    case yesterday:
-        return QStringLiteral("Yesterday");
-    case thisMonth:
-        return QStringLiteral("This Month");
-    }
-    Q_UNREACHABLE();
+    // The same words as the stored value, for now: a title may change (or be translated) here
+    // without touching what the settings keep.
+    return rawValue();
 }
 
 PeriodDates RoyaltyPeriod::dates(const QTimeZone &calendar, const QDateTime &now) const

@@ -42,6 +42,16 @@ headless_start_devserver "$devserver"
 status_of() { "$app" --status --format waybar 2>/dev/null || true; }
 is_open() { [ "$(headless_kwallet isOpen kdewallet)" = "(true,)" ]; }
 dialogs() { xdotool search --onlyvisible --class kwalletd5 2>/dev/null || true; }
+# The first of kwalletd's windows to show, within 15 s; nothing when none does.
+wait_for_dialog() {
+    local dialog=
+    for _ in $(seq 300); do
+        dialog=$(dialogs | head -n 1)
+        [ -n "$dialog" ] && break
+        sleep 0.05
+    done
+    printf '%s' "$dialog"
+}
 close_wallet() {
     headless_kwallet close kdewallet true >/dev/null
     for _ in $(seq 100); do is_open || return 0; sleep 0.05; done
@@ -75,12 +85,7 @@ headless_start_app "$app"
 message=$(wait_for_status "Unlock your keyring to show your royalties.") || fail "no keyring message: $message"
 [[ "$message" == *'"class":"ok"'* ]] && fail "a figure while the wallet is closed: $message"
 pass "the tool tip says to unlock the keyring"
-dialog=
-for _ in $(seq 300); do
-    dialog=$(dialogs | head -n 1)
-    [ -n "$dialog" ] && break
-    sleep 0.05
-done
+dialog=$(wait_for_dialog)
 [ -n "$dialog" ] || fail "the wallet's password dialog did not appear"
 [ -n "${INKWARDEN_SCREENSHOTS:-}" ] && import -window root "$INKWARDEN_SCREENSHOTS/closed-wallet-dialog.png"
 pass "the wallet's password dialog appeared: $(xdotool getwindowname "$dialog" 2>/dev/null || true)"
@@ -122,12 +127,7 @@ pass "a closed wallet without the key: the sign-in begins, no dialog"
 
 # --- 6. The sign-in's save into the closed wallet: the dialog asks; dismissed, the save says why.
 headless_sign_in "$app"
-dialog=
-for _ in $(seq 300); do
-    dialog=$(dialogs | head -n 1)
-    [ -n "$dialog" ] && break
-    sleep 0.05
-done
+dialog=$(wait_for_dialog)
 [ -n "$dialog" ] || fail "no wallet dialog for the save"
 xdotool windowfocus --sync "$dialog" 2>/dev/null || xdotool windowfocus "$dialog"
 xdotool key Escape
@@ -146,12 +146,7 @@ headless_kwallet deleteWallet kdewallet >/dev/null
 [ "$(headless_kwallet wallets)" = "(@as [],)" ] || fail "the wallet is still there: $(headless_kwallet wallets)"
 headless_start_app "$app"
 headless_sign_in "$app"
-dialog=
-for _ in $(seq 300); do
-    dialog=$(dialogs | head -n 1)
-    [ -n "$dialog" ] && break
-    sleep 0.05
-done
+dialog=$(wait_for_dialog)
 [ -n "$dialog" ] || fail "no dialog to create the wallet"
 [ -n "${INKWARDEN_SCREENSHOTS:-}" ] && import -window root "$INKWARDEN_SCREENSHOTS/new-wallet-dialog.png"
 pass "the save asks for a new wallet: $(xdotool getwindowname "$dialog" 2>/dev/null || true)"
