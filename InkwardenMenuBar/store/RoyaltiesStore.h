@@ -90,43 +90,6 @@ class RoyaltiesStore : public QObject
     Q_PROPERTY(QVariant updateStatusMessage READ updateStatusMessageProperty NOTIFY updateStatusMessageChanged)
     Q_PROPERTY(bool canSwitchPeriod READ canSwitchPeriod NOTIFY canRequestSummaryChanged)
     Q_PROPERTY(bool canRequestSummary READ canRequestSummary NOTIFY canRequestSummaryChanged)
-    // Presentation for the views: properties
-    Q_PROPERTY(QString currentAppVersion READ currentAppVersion CONSTANT)
-    Q_PROPERTY(bool isUpdateAvailable READ isUpdateAvailable NOTIFY updatePresentationChanged)
-    Q_PROPERTY(QString updateActionTitle READ updateActionTitle NOTIFY updatePresentationChanged)
-    Q_PROPERTY(bool hasDownloadedUpdate READ hasDownloadedUpdate NOTIFY updatePresentationChanged)
-    Q_PROPERTY(bool canStartUpdateAction READ canStartUpdateAction NOTIFY updatePresentationChanged)
-    Q_PROPERTY(QString updateBannerTitle READ updateBannerTitle NOTIFY updatePresentationChanged)
-    Q_PROPERTY(QString updateBannerSubtitle READ updateBannerSubtitle CONSTANT)
-    Q_PROPERTY(QString updatePromptTitle READ updatePromptTitle NOTIFY updatePresentationChanged)
-    Q_PROPERTY(QString updatePromptMessage READ updatePromptMessage CONSTANT)
-    Q_PROPERTY(QString showInFilesTitle READ showInFilesTitle CONSTANT)
-    Q_PROPERTY(QString appVersionTitle READ appVersionTitle CONSTANT)
-    Q_PROPERTY(QString versionLine READ versionLine CONSTANT)
-    Q_PROPERTY(QVariant versionStatusText READ versionStatusText NOTIFY updatePresentationChanged)
-    Q_PROPERTY(QString versionStatusColor READ versionStatusColor NOTIFY updatePresentationChanged)
-    Q_PROPERTY(QString checkForUpdatesTitle READ checkForUpdatesTitle NOTIFY updatePresentationChanged)
-    Q_PROPERTY(bool canCheckForUpdates READ canCheckForUpdates NOTIFY updatePresentationChanged)
-    Q_PROPERTY(QString installUpdateTitle READ installUpdateTitle NOTIFY updatePresentationChanged)
-    Q_PROPERTY(QVariant periodCooldownCaption READ periodCooldownCaption NOTIFY requestCooldownRemainingChanged)
-    Q_PROPERTY(QString statusIndicatorColor READ statusIndicatorColor NOTIFY figuresPresentationChanged)
-    Q_PROPERTY(QString displayedRoyaltyCaption READ displayedRoyaltyCaption NOTIFY displayedRoyaltyChanged)
-    Q_PROPERTY(double highlightedRoyalty READ highlightedRoyalty NOTIFY figuresPresentationChanged)
-    Q_PROPERTY(QString highlightedRoyaltyText READ highlightedRoyaltyText NOTIFY figuresPresentationChanged)
-    Q_PROPERTY(QString signInButtonTitle READ signInButtonTitle NOTIFY isAuthenticatingChanged)
-    Q_PROPERTY(QString connectButtonTitle READ connectButtonTitle NOTIFY isLoadingChanged)
-    Q_PROPERTY(QString builtInServerURLText READ builtInServerURL CONSTANT)
-    Q_PROPERTY(QString apiKeyHint READ apiKeyHint CONSTANT)
-    Q_PROPERTY(QString accountRowForm READ accountRowForm NOTIFY accountPresentationChanged)
-    Q_PROPERTY(QVariant accountHint READ accountHint NOTIFY accountPresentationChanged)
-    Q_PROPERTY(int selectedAccountIndex READ selectedAccountIndex NOTIFY accountPresentationChanged)
-    Q_PROPERTY(QString singleAccountName READ singleAccountName NOTIFY accountPresentationChanged)
-    Q_PROPERTY(int displayedRoyaltyIndex READ displayedRoyaltyIndex NOTIFY displayedRoyaltyChanged)
-    Q_PROPERTY(QVariantList refreshIntervalChoices READ refreshIntervalChoices CONSTANT)
-    Q_PROPERTY(int refreshIntervalIndex READ refreshIntervalIndex NOTIFY refreshMinutesChanged)
-    Q_PROPERTY(QString startAutomaticallyHint READ startAutomaticallyHint NOTIFY launchAtLoginRequiresApprovalChanged)
-    Q_PROPERTY(QString loginApprovalNotice READ loginApprovalNotice CONSTANT)
-    Q_PROPERTY(QString openLoginItemsSettingsTitle READ openLoginItemsSettingsTitle CONSTANT)
 
 public:
     static QString placeholderTitle() { return QStringLiteral(u"\u25C9 \u2014"); }
@@ -148,6 +111,8 @@ public:
     const RoyaltySummary &summary() const { return m_summary; }
     // The locale that figures and counts are written in.
     const QLocale &locale() const { return m_environment.locale; }
+    // The store's own time and timers, for the views' once-a-second status lines.
+    Clock &clock() const { return m_environment.clock; }
     bool isLoading() const { return m_isLoading; }
     bool isLoadingAccounts() const { return m_isLoadingAccounts; }
     bool isConnected() const { return m_isConnected; }
@@ -403,61 +368,4 @@ private:
     std::optional<QString> m_keyringMessage;
     std::unique_ptr<ClockTimer> m_keyringRetryTimer;
 
-    // Presentation for the views: begin
-    // The texts and decisions the views show, derived from the published state, so that the views
-    // only bind and call. Implemented in RoyaltiesStorePresentation.cpp.
-public:
-    bool hasDownloadedUpdate() const { return m_downloadedUpdateURL.has_value(); }
-    bool canStartUpdateAction() const { return !m_isDownloadingUpdate; }
-    QString updateBannerTitle() const;
-    QString updateBannerSubtitle() const;
-    QString updatePromptTitle() const;
-    QString updatePromptMessage() const;
-    static QString showInFilesTitle();
-    QString appVersionTitle() const;
-    QString versionLine() const;
-    QVariant versionStatusText() const;
-    QString versionStatusColor() const;
-    QString checkForUpdatesTitle() const;
-    bool canCheckForUpdates() const { return !m_isCheckingForUpdates && !m_isDownloadingUpdate; }
-    QString installUpdateTitle() const;
-    QVariant periodCooldownCaption() const;
-    QString statusIndicatorColor() const;
-    QString displayedRoyaltyCaption() const;
-    QString highlightedRoyaltyText() const;
-    QString signInButtonTitle() const;
-    QString connectButtonTitle() const;
-    static QString apiKeyHint();
-    QString accountRowForm() const;
-    QVariant accountHint() const;
-    int selectedAccountIndex() const;
-    QString singleAccountName() const;
-    int displayedRoyaltyIndex() const;
-    static QVariantList refreshIntervalChoices();
-    int refreshIntervalIndex() const;
-    QString startAutomaticallyHint() const;
-    static QString loginApprovalNotice();
-    static QString openLoginItemsSettingsTitle();
-
-    // The update button of the banner and of the settings: opens the downloaded installer when
-    // there is one, else downloads it.
-    Q_INVOKABLE void performUpdateAction();
-
-    // The store's own time and timers, for the views' once-a-second status lines.
-    QDateTime presentationNow() const;
-    [[nodiscard]] std::unique_ptr<ClockTimer> startPresentationTimer(std::chrono::milliseconds interval,
-                                                                     std::function<void()> callback);
-
-Q_SIGNALS:
-    void updatePresentationChanged();
-    void figuresPresentationChanged();
-    void accountPresentationChanged();
-    void salesMetricSettingsPresentationChanged();
-
-private:
-    // Forwards the published signals to the presentation signals above; runs once, while the
-    // store is made (after every other member).
-    bool wirePresentationSignals();
-    [[maybe_unused]] bool m_presentationSignalsWired = wirePresentationSignals();
-    // Presentation for the views: end
 };

@@ -8,7 +8,7 @@ AccountChoicesModel::AccountChoicesModel(QObject *parent)
 
 void AccountChoicesModel::watch(RoyaltiesStore &store)
 {
-    QObject::connect(&store, &RoyaltiesStore::accountPresentationChanged, this, &AccountChoicesModel::refresh);
+    QObject::connect(&store, &RoyaltiesStore::accountsChanged, this, &AccountChoicesModel::refresh);
 }
 
 QList<QVariantList> AccountChoicesModel::makeRows(const RoyaltiesStore &store) const

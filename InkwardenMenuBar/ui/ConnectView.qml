@@ -8,6 +8,9 @@ import QtQuick.Layouts
 Item {
     id: view
     required property RoyaltiesStore store
+    readonly property ConnectViewModel viewModel: ConnectViewModel {
+        store: view.store
+    }
     // The view's one state of its own: every new connect view starts folded.
     property bool showsManualConnection: false
 
@@ -63,7 +66,7 @@ Item {
 
                 SymbolButton {
                     objectName: "signInButton"
-                    text: view.store.signInButtonTitle
+                    text: view.viewModel.signInButtonTitle
                     symbol: "person.crop.circle.badge.checkmark"
                     busy: view.store.isAuthenticating
                     prominent: true
@@ -126,7 +129,7 @@ Item {
                         LabeledField {
                             objectName: "serverField"
                             title: "Server"
-                            hint: view.store.builtInServerURLText
+                            hint: view.viewModel.builtInServerURLText
                             TextField {
                                 objectName: "serverURLInput"
                                 placeholderText: "Server URL"
@@ -140,7 +143,7 @@ Item {
                         LabeledField {
                             objectName: "apiKeyField"
                             title: "API key"
-                            hint: view.store.apiKeyHint
+                            hint: view.viewModel.apiKeyHint
                             TextField {
                                 objectName: "apiKeyInput"
                                 placeholderText: "Inkwarden API key"
@@ -154,7 +157,7 @@ Item {
                         }
                         SymbolButton {
                             objectName: "connectButton"
-                            text: view.store.connectButtonTitle
+                            text: view.viewModel.connectButtonTitle
                             busy: view.store.isLoading
                             large: true
                             enabled: !view.store.isLoading
@@ -181,7 +184,7 @@ Item {
                 }
                 TextLine {
                     objectName: "versionLine"
-                    text: view.store.versionLine
+                    text: view.viewModel.versionLine
                     font: Typography.caption2
                     color: Theme.tertiaryText
                     Layout.alignment: Qt.AlignHCenter

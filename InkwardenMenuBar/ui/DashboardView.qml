@@ -9,6 +9,9 @@ import QtQuick.Layouts
 Item {
     id: view
     required property RoyaltiesStore store
+    readonly property DashboardViewModel viewModel: DashboardViewModel {
+        store: view.store
+    }
 
     PeriodChoicesModel {
         id: periods
@@ -101,8 +104,8 @@ Item {
                         }
                         TextLine {
                             objectName: "cooldownCaption"
-                            visible: view.store.periodCooldownCaption !== undefined
-                            text: view.store.periodCooldownCaption ?? ""
+                            visible: view.viewModel.periodCooldownCaption !== undefined
+                            text: view.viewModel.periodCooldownCaption ?? ""
                             font: Typography.make(Typography.captionSize, Font.Normal, Typography.figureFamily)
                             color: Theme.secondaryText
                             Layout.alignment: Qt.AlignHCenter
@@ -111,7 +114,7 @@ Item {
 
                     UpdateBanner {
                         objectName: "updateBanner"
-                        visible: view.store.isUpdateAvailable
+                        visible: view.viewModel.showsUpdateBanner
                         store: view.store
                     }
 

@@ -7,6 +7,9 @@ import QtQuick.Layouts
 Rectangle {
     id: card
     required property RoyaltiesStore store
+    readonly property DashboardViewModel viewModel: DashboardViewModel {
+        store: card.store
+    }
     property alias timelineRunning: timeline.running
 
     Layout.fillWidth: true
@@ -43,7 +46,7 @@ Rectangle {
             Layout.alignment: Qt.AlignHCenter
             Rectangle {
                 objectName: "statusCircle"
-                readonly property string colorName: card.store.statusIndicatorColor
+                readonly property string colorName: card.viewModel.statusIndicatorColor
                 width: 7
                 height: 7
                 radius: 3.5
@@ -52,14 +55,14 @@ Rectangle {
             }
             TextLine {
                 objectName: "displayedRoyaltyCaption"
-                text: card.store.displayedRoyaltyCaption
+                text: card.viewModel.displayedRoyaltyCaption
                 font: Typography.make(Typography.caption2Size, Font.DemiBold)
                 color: Theme.secondaryText
             }
         }
         RollingAmount {
             objectName: "highlightedAmount"
-            text: card.store.highlightedRoyaltyText
+            text: card.viewModel.highlightedRoyaltyText
             countsDown: card.store.royaltyChangeCountsDown
             Layout.alignment: Qt.AlignHCenter
             Layout.maximumWidth: card.width - 16

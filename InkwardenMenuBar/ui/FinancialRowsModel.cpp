@@ -8,7 +8,7 @@ FinancialRowsModel::FinancialRowsModel(QObject *parent)
 
 void FinancialRowsModel::watch(RoyaltiesStore &store)
 {
-    QObject::connect(&store, &RoyaltiesStore::figuresPresentationChanged, this, &FinancialRowsModel::refresh);
+    QObject::connect(&store, &RoyaltiesStore::summaryChanged, this, &FinancialRowsModel::refresh);
 }
 
 QList<QVariantList> FinancialRowsModel::makeRows(const RoyaltiesStore &store) const

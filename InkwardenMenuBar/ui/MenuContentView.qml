@@ -11,6 +11,9 @@ import QtQuick.Templates as T
 Pane {
     id: root
     required property RoyaltiesStore store
+    readonly property UpdateViewModel updates: UpdateViewModel {
+        store: root.store
+    }
     signal closeRequested()
 
     implicitWidth: 360
@@ -67,14 +70,14 @@ Pane {
         width: 300
         modal: true
         visible: root.store.isShowingUpdatePrompt
-        title: root.store.updatePromptTitle
+        title: root.updates.promptTitle
         closePolicy: Popup.CloseOnEscape
         palette: root.palette
         onClosed: root.store.isShowingUpdatePrompt = false
 
         contentItem: TextLine {
             objectName: "updatePromptMessage"
-            text: root.store.updatePromptMessage
+            text: root.updates.promptMessage
             font: Typography.callout
             wrapMode: Text.Wrap
         }

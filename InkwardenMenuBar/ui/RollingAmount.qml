@@ -22,6 +22,11 @@ Item {
     onTextChanged: {
         if (text === shownText)
             return
+        // The first amount, arriving as the view is made, appears without a roll.
+        if (shownText === "") {
+            shownText = text
+            return
+        }
         leavingText = shownText
         shownText = text
         roll.restart()

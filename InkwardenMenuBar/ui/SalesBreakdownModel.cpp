@@ -19,7 +19,10 @@ SalesBreakdownModel::SalesBreakdownModel(QObject *parent)
 
 void SalesBreakdownModel::watch(RoyaltiesStore &store)
 {
-    QObject::connect(&store, &RoyaltiesStore::figuresPresentationChanged, this, &SalesBreakdownModel::refresh);
+    for (const auto signal : {&RoyaltiesStore::summaryChanged, &RoyaltiesStore::salesMetricOrderChanged,
+                              &RoyaltiesStore::hiddenSalesMetricsChanged}) {
+        QObject::connect(&store, signal, this, &SalesBreakdownModel::refresh);
+    }
 }
 
 QList<QVariantList> SalesBreakdownModel::makeRows(const RoyaltiesStore &store) const

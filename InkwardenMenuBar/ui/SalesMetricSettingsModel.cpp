@@ -10,8 +10,9 @@ SalesMetricSettingsModel::SalesMetricSettingsModel(QObject *parent)
 
 void SalesMetricSettingsModel::watch(RoyaltiesStore &store)
 {
-    QObject::connect(&store, &RoyaltiesStore::salesMetricSettingsPresentationChanged, this,
-                     &SalesMetricSettingsModel::refresh);
+    for (const auto signal : {&RoyaltiesStore::salesMetricOrderChanged, &RoyaltiesStore::hiddenSalesMetricsChanged}) {
+        QObject::connect(&store, signal, this, &SalesMetricSettingsModel::refresh);
+    }
 }
 
 QList<QVariantList> SalesMetricSettingsModel::makeRows(const RoyaltiesStore &store) const

@@ -9,6 +9,12 @@ import QtQuick.Layouts
 Item {
     id: view
     required property RoyaltiesStore store
+    readonly property SettingsViewModel viewModel: SettingsViewModel {
+        store: view.store
+    }
+    readonly property UpdateViewModel updates: UpdateViewModel {
+        store: view.store
+    }
 
     ColumnLayout {
         anchors.fill: parent
@@ -83,7 +89,7 @@ Item {
                     LabeledField {
                         objectName: "apiKeyField"
                         title: "API key"
-                        hint: view.store.apiKeyHint
+                        hint: view.viewModel.apiKeyHint
                         TextField {
                             objectName: "apiKeyInput"
                             placeholderText: "API key"
@@ -99,11 +105,11 @@ Item {
                     LabeledField {
                         objectName: "accountField"
                         title: "Account"
-                        hint: view.store.accountHint
+                        hint: view.viewModel.accountHint
 
                         RowLayout {
                             objectName: "accountLoading"
-                            visible: view.store.accountRowForm === "loading"
+                            visible: view.viewModel.accountRowForm === "loading"
                             spacing: 8
                             Spinner { size: 13 }
                             TextLine {
@@ -114,11 +120,11 @@ Item {
                         }
                         ComboBox {
                             objectName: "accountPicker"
-                            visible: view.store.accountRowForm === "picker"
+                            visible: view.viewModel.accountRowForm === "picker"
                             model: AccountChoicesModel { store: view.store }
                             textRole: "text"
                             valueRole: "accountID"
-                            currentIndex: view.store.selectedAccountIndex
+                            currentIndex: view.viewModel.selectedAccountIndex
                             font: Typography.body
                             Layout.fillWidth: true
                             Accessible.name: "Account"
@@ -126,14 +132,14 @@ Item {
                         }
                         TextLine {
                             objectName: "singleAccountName"
-                            visible: view.store.accountRowForm === "single"
-                            text: view.store.singleAccountName
+                            visible: view.viewModel.accountRowForm === "single"
+                            text: view.viewModel.singleAccountName
                             font: Typography.callout
                             color: Theme.secondaryText
                         }
                         SymbolButton {
                             objectName: "reloadAccountsButton"
-                            visible: view.store.accountRowForm === "none"
+                            visible: view.viewModel.accountRowForm === "none"
                             text: "Reload accounts"
                             onClicked: view.store.loadAccounts()
                         }
@@ -157,10 +163,10 @@ Item {
                         hint: "Inkwarden allows no more than one request every 3 seconds"
                         ComboBox {
                             objectName: "refreshIntervalPicker"
-                            model: view.store.refreshIntervalChoices
+                            model: view.viewModel.refreshIntervalChoices
                             textRole: "text"
                             valueRole: "minutes"
-                            currentIndex: view.store.refreshIntervalIndex
+                            currentIndex: view.viewModel.refreshIntervalIndex
                             font: Typography.body
                             Layout.fillWidth: true
                             Accessible.name: "Refresh interval"
@@ -181,7 +187,7 @@ Item {
                     LabeledField {
                         objectName: "startAutomaticallyField"
                         title: "Start automatically"
-                        hint: view.store.startAutomaticallyHint
+                        hint: view.viewModel.startAutomaticallyHint
 
                         Switch {
                             objectName: "openAtLoginSwitch"
@@ -232,13 +238,13 @@ Item {
                                 TextLine {
                                     objectName: "approvalText"
                                     width: parent.width
-                                    text: view.store.loginApprovalNotice
+                                    text: view.viewModel.loginApprovalNotice
                                     font: Typography.caption
                                     wrapMode: Text.Wrap
                                 }
                                 SymbolButton {
                                     objectName: "openLoginItemsSettingsButton"
-                                    text: view.store.openLoginItemsSettingsTitle
+                                    text: view.viewModel.openLoginItemsSettingsTitle
                                     prominent: true
                                     onClicked: view.store.openLoginItemsSettings()
                                 }
@@ -265,15 +271,15 @@ Item {
                                 Layout.alignment: Qt.AlignVCenter
                                 TextLine {
                                     objectName: "appVersionTitle"
-                                    text: view.store.appVersionTitle
+                                    text: view.updates.appVersionTitle
                                     font: Typography.make(Typography.calloutSize, Font.Medium)
                                 }
                                 TextLine {
                                     objectName: "versionStatus"
-                                    visible: view.store.versionStatusText !== undefined
-                                    text: view.store.versionStatusText ?? ""
+                                    visible: view.updates.versionStatusText !== undefined
+                                    text: view.updates.versionStatusText ?? ""
                                     font: Typography.caption
-                                    color: Theme.color(view.store.versionStatusColor)
+                                    color: Theme.color(view.updates.versionStatusColor)
                                 }
                             }
                             ColumnLayout {
@@ -281,25 +287,25 @@ Item {
                                 Layout.alignment: Qt.AlignVCenter | Qt.AlignRight
                                 SymbolButton {
                                     objectName: "checkForUpdatesButton"
-                                    text: view.store.checkForUpdatesTitle
-                                    enabled: view.store.canCheckForUpdates
+                                    text: view.updates.checkForUpdatesTitle
+                                    enabled: view.updates.canCheckForUpdates
                                     labelFont: Typography.callout
                                     Layout.alignment: Qt.AlignRight
                                     onClicked: view.store.checkForUpdates()
                                 }
                                 SymbolButton {
                                     objectName: "installUpdateButton"
-                                    visible: view.store.isUpdateAvailable
-                                    text: view.store.installUpdateTitle
-                                    enabled: view.store.canStartUpdateAction
+                                    visible: view.updates.isUpdateAvailable
+                                    text: view.updates.installUpdateTitle
+                                    enabled: view.updates.canStartUpdateAction
                                     labelFont: Typography.callout
                                     Layout.alignment: Qt.AlignRight
-                                    onClicked: view.store.performUpdateAction()
+                                    onClicked: view.updates.performUpdateAction()
                                 }
                                 LinkButton {
                                     objectName: "revealUpdateButton"
-                                    visible: view.store.isUpdateAvailable && view.store.hasDownloadedUpdate
-                                    text: view.store.showInFilesTitle
+                                    visible: view.updates.isUpdateAvailable && view.updates.hasDownloadedUpdate
+                                    text: view.updates.showInFilesTitle
                                     Layout.alignment: Qt.AlignRight
                                     onClicked: view.store.revealDownloadedUpdate()
                                 }

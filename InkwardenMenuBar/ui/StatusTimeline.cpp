@@ -48,7 +48,7 @@ void StatusTimeline::restartTicking()
 {
     m_ticker.reset();
     if (m_store && m_running) {
-        m_ticker = m_store->startPresentationTimer(1s, [this] { update(); });
+        m_ticker = m_store->clock().startTimer(1s, true, [this] { update(); });
     }
 }
 
@@ -57,7 +57,7 @@ void StatusTimeline::update()
     QString lastUpdated;
     QString nextRefresh;
     if (m_store) {
-        const QDateTime now = m_store->presentationNow();
+        const QDateTime now = m_store->clock().now();
         lastUpdated = m_store->lastUpdatedText(now);
         nextRefresh = m_store->nextRefreshText(now);
     }

@@ -7,6 +7,9 @@ import QtQuick.Layouts
 Rectangle {
     id: banner
     required property RoyaltiesStore store
+    readonly property UpdateViewModel updates: UpdateViewModel {
+        store: banner.store
+    }
 
     Layout.fillWidth: true
     implicitHeight: column.implicitHeight + 22
@@ -32,14 +35,14 @@ Rectangle {
                 Layout.fillWidth: true
                 TextLine {
                     objectName: "updateBannerTitle"
-                    text: banner.store.updateBannerTitle
+                    text: banner.updates.bannerTitle
                     font: Typography.make(Typography.captionSize, Font.DemiBold)
                     elide: Text.ElideRight
                     Layout.fillWidth: true
                 }
                 TextLine {
                     objectName: "updateBannerSubtitle"
-                    text: banner.store.updateBannerSubtitle
+                    text: banner.updates.bannerSubtitle
                     font: Typography.caption2
                     color: Theme.secondaryText
                     elide: Text.ElideRight
@@ -51,16 +54,16 @@ Rectangle {
                 Layout.alignment: Qt.AlignVCenter | Qt.AlignRight
                 LinkButton {
                     objectName: "updateActionButton"
-                    text: banner.store.updateActionTitle
-                    enabled: banner.store.canStartUpdateAction
+                    text: banner.updates.updateActionTitle
+                    enabled: banner.updates.canStartUpdateAction
                     labelFont: Typography.make(Typography.captionSize, Font.DemiBold)
                     Layout.alignment: Qt.AlignRight
-                    onClicked: banner.store.performUpdateAction()
+                    onClicked: banner.updates.performUpdateAction()
                 }
                 LinkButton {
                     objectName: "revealUpdateButton"
-                    visible: banner.store.hasDownloadedUpdate
-                    text: banner.store.showInFilesTitle
+                    visible: banner.updates.hasDownloadedUpdate
+                    text: banner.updates.showInFilesTitle
                     Layout.alignment: Qt.AlignRight
                     onClicked: banner.store.revealDownloadedUpdate()
                 }

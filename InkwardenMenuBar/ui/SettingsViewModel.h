@@ -1,0 +1,41 @@
+#pragma once
+
+#include "StoreViewModel.h"
+
+#include <QString>
+#include <QVariant>
+#include <QVariantList>
+
+// The settings view's hints, the form of its account row and the choices of its pickers.
+class SettingsViewModel : public StoreViewModel
+{
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(QString apiKeyHint READ apiKeyHint CONSTANT)
+    Q_PROPERTY(QString accountRowForm READ accountRowForm NOTIFY changed)
+    Q_PROPERTY(QVariant accountHint READ accountHint NOTIFY changed)
+    Q_PROPERTY(int selectedAccountIndex READ selectedAccountIndex NOTIFY changed)
+    Q_PROPERTY(QString singleAccountName READ singleAccountName NOTIFY changed)
+    Q_PROPERTY(QVariantList refreshIntervalChoices READ refreshIntervalChoices CONSTANT)
+    Q_PROPERTY(int refreshIntervalIndex READ refreshIntervalIndex NOTIFY changed)
+    Q_PROPERTY(QString startAutomaticallyHint READ startAutomaticallyHint NOTIFY changed)
+    Q_PROPERTY(QString loginApprovalNotice READ loginApprovalNotice CONSTANT)
+    Q_PROPERTY(QString openLoginItemsSettingsTitle READ openLoginItemsSettingsTitle CONSTANT)
+
+public:
+    explicit SettingsViewModel(QObject *parent = nullptr);
+
+    static QString apiKeyHint();
+    // "loading", "picker" (two or more accounts), "single" or "none".
+    QString accountRowForm() const;
+    // None once the accounts are there.
+    QVariant accountHint() const;
+    int selectedAccountIndex() const;
+    QString singleAccountName() const;
+    // Each choice a map of "text" and "minutes".
+    static QVariantList refreshIntervalChoices();
+    int refreshIntervalIndex() const;
+    QString startAutomaticallyHint() const;
+    static QString loginApprovalNotice();
+    static QString openLoginItemsSettingsTitle();
+};
