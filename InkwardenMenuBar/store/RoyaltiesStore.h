@@ -367,5 +367,4 @@ private:
     bool m_askedToUnlock = false;
     std::optional<QString> m_keyringMessage;
     std::unique_ptr<ClockTimer> m_keyringRetryTimer;
-
 };
