@@ -1,4 +1,7 @@
 #include "SoakRun.h"
+#include "store/ConnectionSession.h"
+#include "store/StoreSettings.h"
+#include "store/StoreStatus.h"
 
 namespace {
 
@@ -245,18 +248,18 @@ void SoakRun::editSettings()
         QList<qint64> others{30, 60, 120, 180};
         others.removeAll(m_store->refreshMinutes());
         const qint64 minutes = others.at(uniform(0, others.size() - 1));
-        m_store->setRefreshMinutes(minutes);
+        m_store->settings().setRefreshMinutes(minutes);
         note(QStringLiteral("settings: refresh every %1 minutes, saved").arg(minutes));
     } else if (which == 1) {
         const DisplayedRoyalty royalty =
             m_store->displayedRoyalty() == DisplayedRoyalty::gross ? DisplayedRoyalty::net : DisplayedRoyalty::gross;
-        m_store->setDisplayedRoyalty(royalty);
+        m_store->settings().setDisplayedRoyalty(royalty);
         note(QStringLiteral("settings: show %1, saved").arg(royalty.rawValue()));
     } else {
         QStringList others = m_demoAccounts;
         others.removeAll(m_store->accountID());
         const QString account = others.at(uniform(0, others.size() - 1));
-        m_store->setAccountID(account);
+        m_store->settings().setAccountID(account);
         note(QStringLiteral("settings: account %1, saved").arg(account));
     }
     m_pendingSave = {m_store->accountID(), m_store->refreshMinutes(), m_store->displayedRoyalty()};
@@ -323,7 +326,7 @@ void SoakRun::openSettings()
     note(QStringLiteral("settings opened and closed"));
     m_store->showSettings();
     settle();
-    m_store->setIsShowingSettings(false);
+    m_store->status().setIsShowingSettings(false);
 }
 
 void SoakRun::signOut()
@@ -346,7 +349,7 @@ void SoakRun::reconnect()
     }
     unschedule(QStringLiteral("reconnect"));
     note(QStringLiteral("connecting with the demo key"));
-    m_store->setApiKey(ApiKeys::demoKey());
+    m_store->session().setApiKey(ApiKeys::demoKey());
     m_pendingSave = {m_store->accountID(), m_store->refreshMinutes(), m_store->displayedRoyalty()};
     m_savesBeforeConnect = m_secrets.saves;
     m_pendingConnect = PendingConnect::reconnect;

@@ -1,4 +1,5 @@
 #include "SoakRun.h"
+#include "store/ConnectionSession.h"
 
 #include <QUrlQuery>
 
@@ -106,7 +107,7 @@ void SoakRun::requestSent(const SoakNetwork::Sent &sent)
     if (m_network.statisticsInFlight() > 1) {
         fail(QStringLiteral("statistics request #%1 went out while another was still in flight").arg(sent.tag));
     }
-    if (m_store && m_store->hasReceivedNetworkStatus() && !m_store->isNetworkAvailable()) {
+    if (m_store && m_store->session().hasReceivedNetworkStatus() && !m_store->isNetworkAvailable()) {
         fail(QStringLiteral("a statistics request went out while the store knew the network was down"));
     }
 }
@@ -269,8 +270,8 @@ QString SoakRun::storeStateText() const
         .arg(m_store->isConnected() ? QStringLiteral("yes") : QStringLiteral("no"),
              m_store->isNetworkAvailable() ? QStringLiteral("up") : QStringLiteral("down"),
              m_store->isLoading() ? QStringLiteral("yes") : QStringLiteral("no"),
-             optionalTime(m_store->nextRefreshAt()), optionalTime(m_store->requestAvailableAt()),
-             m_store->refreshWhenAvailable() ? QStringLiteral("yes") : QStringLiteral("no"),
+             optionalTime(m_store->nextRefreshAt()), optionalTime(m_store->session().requestAvailableAt()),
+             m_store->session().refreshWhenAvailable() ? QStringLiteral("yes") : QStringLiteral("no"),
              m_store->errorMessage().value_or(QString()));
 }
 

@@ -3,6 +3,8 @@
 #include "shell/AppDelegate.h"
 #include "shell/PanelStatusBuilder.h"
 #include "shell/Popover.h"
+#include "store/AppUpdates.h"
+#include "store/ConnectionSession.h"
 #include "store/SettingsKeys.h"
 #include "support/StoreFixture.h"
 
@@ -256,7 +258,7 @@ void TestAppDelegate::openingCatchesUpAMissedRefreshAndPromptsForUpdate()
     RoyaltiesStore &store = m_fixture->store();
     store.refresh();
     QVERIFY(m_fixture->waitUntilIdle());
-    store.setLatestAppVersion(QStringLiteral("9.0"));
+    store.updates().setLatestAppVersion(QStringLiteral("9.0"));
     m_fixture->clock.jumpTo(store.nextRefreshAt()->addSecs(60));
     m_fixture->server->clearRequests();
     delegate.showPopover();
@@ -277,7 +279,7 @@ void TestAppDelegate::menuEntriesDoWhatTheySay()
     QVERIFY(m_popover.shown);
     QVERIFY(m_fixture->store().isShowingSettings());
     m_item.choose(StatusMenuEntry::Refresh);
-    QVERIFY(m_fixture->store().isLoading() || m_fixture->store().refreshWhenAvailable());
+    QVERIFY(m_fixture->store().isLoading() || m_fixture->store().session().refreshWhenAvailable());
     m_item.choose(StatusMenuEntry::Quit);
     QCOMPARE(quit.size(), 1);
     Q_EMIT m_popover.quitRequested();

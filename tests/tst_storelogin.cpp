@@ -1,3 +1,5 @@
+#include "store/OpenAtLogin.h"
+#include "store/StoreStatus.h"
 #include "support/StoreFixture.h"
 
 #include <QSignalSpy>
@@ -152,7 +154,7 @@ void TestStoreLogin::disablingWhenNotRegisteredOrNotFoundDoesNotUnregister()
     QFETCH(int, status);
     m_fixture->loginItems.currentStatus = Status(status);
     RoyaltiesStore &store = m_fixture->makeStore();
-    store.setLaunchAtLoginRequiresApproval(true);
+    store.login().setLaunchAtLoginRequiresApproval(true);
     store.setOpensAtLogin(false);
     QCOMPARE(m_fixture->loginItems.unregistrations, 0);
     QVERIFY(!store.opensAtLogin());
@@ -174,7 +176,7 @@ void TestStoreLogin::failedUnregistrationShowsTheReasonAndTheRealState()
 void TestStoreLogin::settingClearsAnEarlierError()
 {
     RoyaltiesStore &store = m_fixture->makeStore();
-    store.setErrorMessage(QStringLiteral("old"));
+    store.status().setErrorMessage(QStringLiteral("old"));
     store.setOpensAtLogin(true);
     QVERIFY(!store.errorMessage().has_value());
 }

@@ -1,5 +1,8 @@
 #include "DemoData.h"
+#include "store/ConnectionSession.h"
 #include "store/SettingsKeys.h"
+#include "store/StoreSettings.h"
+#include "store/StoreStatus.h"
 #include "support/StoreFixture.h"
 
 #include <QSignalSpy>
@@ -128,7 +131,7 @@ void TestStoreRefresh::startPicksUpARestoredCooldown()
     // The start-up refresh waits for the restored cooldown, then goes out by itself.
     QVERIFY(settle());
     QCOMPARE(statisticsCount(), 0);
-    QVERIFY(store.refreshWhenAvailable());
+    QVERIFY(store.session().refreshWhenAvailable());
     m_fixture->clock.advance(2600ms);
     QVERIFY(settle());
     QCOMPARE(statisticsCount(), 1);
@@ -140,7 +143,7 @@ void TestStoreRefresh::refreshWhenNotConnectedDoesNothing()
     QSignalSpy errors(&store, &RoyaltiesStore::errorMessageChanged);
     store.refresh();
     QVERIFY(!store.isLoading());
-    QVERIFY(!store.requestAvailableAt().has_value());
+    QVERIFY(!store.session().requestAvailableAt().has_value());
     QCOMPARE(errors.count(), 0);
     QVERIFY(m_fixture->server->requests().isEmpty());
 }
@@ -148,12 +151,12 @@ void TestStoreRefresh::refreshWhenNotConnectedDoesNothing()
 void TestStoreRefresh::refreshWhenOfflineSetsTheMessageAndSendsNothing()
 {
     RoyaltiesStore &store = m_fixture->makeConnectedStore();
-    store.setIsNetworkAvailable(false);
+    store.session().setIsNetworkAvailable(false);
     store.refresh();
     QCOMPARE(store.errorMessage(), std::optional<QString>(noInternet()));
     QVERIFY(!store.isLoading());
-    QVERIFY(!store.refreshWhenAvailable());
-    QVERIFY(!store.requestAvailableAt().has_value());
+    QVERIFY(!store.session().refreshWhenAvailable());
+    QVERIFY(!store.session().requestAvailableAt().has_value());
     QVERIFY(settle());
     QCOMPARE(statisticsCount(), 0);
 }
@@ -161,7 +164,7 @@ void TestStoreRefresh::refreshWhenOfflineSetsTheMessageAndSendsNothing()
 void TestStoreRefresh::successfulRefreshPublishesFiguresAndTitle()
 {
     RoyaltiesStore &store = m_fixture->makeConnectedStore();
-    store.setErrorMessage(QStringLiteral("old problem"));
+    store.status().setErrorMessage(QStringLiteral("old problem"));
     store.refresh();
     QVERIFY(store.isLoading());
     QVERIFY(!store.errorMessage().has_value());
@@ -236,14 +239,14 @@ void TestStoreRefresh::twoManualRefreshesOneSecondApartSendExactlyOneMore()
     QVERIFY(settle());
     m_fixture->clock.advance(1s);
     store.refresh();
-    QVERIFY(store.refreshWhenAvailable());
+    QVERIFY(store.session().refreshWhenAvailable());
     QVERIFY(!store.isLoading());
     QCOMPARE(statisticsCount(), 1);
 
     m_fixture->clock.advance(2s);
     QVERIFY(settle());
     QCOMPARE(statisticsCount(), 2);
-    QVERIFY(!store.refreshWhenAvailable());
+    QVERIFY(!store.session().refreshWhenAvailable());
 
     m_fixture->clock.advance(20s);
     QVERIFY(settle());
@@ -265,18 +268,18 @@ void TestStoreRefresh::refreshAskedWhileLoadingAfterCooldownEndedIsNotRepeated()
     QVERIFY(store.isLoading());
     QCOMPARE(store.requestCooldownRemaining(), qint64(0));
     store.refresh();
-    QVERIFY(store.refreshWhenAvailable());
+    QVERIFY(store.session().refreshWhenAvailable());
 
     QVERIFY(settle());
     m_fixture->clock.advance(10s);
     QVERIFY(settle());
     QCOMPARE(statisticsCount(), 1);
-    QVERIFY(store.refreshWhenAvailable());
+    QVERIFY(store.session().refreshWhenAvailable());
 
     // The next refresh that passes the guards clears the flag and sends one request.
     m_fixture->server->faults().clearAll();
     store.refresh();
-    QVERIFY(!store.refreshWhenAvailable());
+    QVERIFY(!store.session().refreshWhenAvailable());
     QVERIFY(settle());
     QCOMPARE(statisticsCount(), 2);
 }
@@ -298,7 +301,7 @@ void TestStoreRefresh::cooldownCountsDownThreeTwoOne()
         }
     }
     QCOMPARE(distinct, (QList<qint64>{3, 2, 1, 0}));
-    QVERIFY(!store.requestAvailableAt().has_value());
+    QVERIFY(!store.session().requestAvailableAt().has_value());
     QVERIFY(!m_fixture->preferences().contains(SettingsKeys::requestAvailableAt));
 }
 
@@ -312,11 +315,11 @@ void TestStoreRefresh::laterShortCooldownNeverShortensALongerOne()
     m_fixture->server->faults().set(Route::Stats, limited);
     store.refresh();
     QVERIFY(settle());
-    const QDateTime until = *store.requestAvailableAt();
+    const QDateTime until = *store.session().requestAvailableAt();
     QCOMPARE(m_fixture->clock.now().secsTo(until), 30);
     // A refresh now is queued, not sent, and does not move the deadline.
     store.refresh();
-    QCOMPARE(*store.requestAvailableAt(), until);
+    QCOMPARE(*store.session().requestAvailableAt(), until);
     QCOMPARE(statisticsCount(), 1);
 }
 
@@ -382,11 +385,11 @@ void TestStoreRefresh::resultForAnotherPeriodIsDiscardedAndAskedAgain()
     slow.remainingUses = 1;
     m_fixture->server->faults().set(Route::Stats, slow);
     store.refresh();
-    store.setSelectedPeriod(RoyaltyPeriod::thisMonth);
+    store.settings().selectPeriod(RoyaltyPeriod::thisMonth);
     QVERIFY(settle());
     // The answer for today was dropped; the new request waits for the cooldown.
     QVERIFY(!store.lastUpdated().has_value() || store.lastUpdated() < m_fixture->clock.now());
-    QVERIFY(store.refreshWhenAvailable());
+    QVERIFY(store.session().refreshWhenAvailable());
     QCOMPARE(statisticsCount(), 1);
     m_fixture->clock.advance(3s);
     QVERIFY(settle());
@@ -439,7 +442,7 @@ void TestStoreRefresh::reconnectingWithAnotherKeyAsksAgainAfterTheAnswer()
     slow.remainingUses = 1;
     m_fixture->server->faults().set(Route::Stats, slow);
     store.refresh();
-    store.setApiKey(secondKey);
+    store.session().setApiKey(secondKey);
     QSignalSpy connected(&store, &RoyaltiesStore::isShowingSettingsChanged);
     store.connect();
     QTRY_COMPARE(connected.count(), 1);
@@ -488,7 +491,7 @@ void TestStoreRefresh::answerForAnotherAccountIsDroppedAndAskedAgain()
     slow.remainingUses = 1;
     m_fixture->server->faults().set(Route::Stats, slow);
     store.refresh();
-    store.setAccountID(accounts.at(1));
+    store.settings().setAccountID(accounts.at(1));
     store.persistSettings();
     QVERIFY(settle());
     QCOMPARE(statisticsCount(), 1);
@@ -558,7 +561,7 @@ void TestStoreRefresh::nextRefreshTextCountsDown()
     QFETCH(qint64, minutes);
     QFETCH(qint64, elapsedMs);
     RoyaltiesStore &store = m_fixture->makeStore();
-    store.setNextRefreshAt(m_fixture->clock.now().addSecs(minutes * 60));
+    store.session().setNextRefreshAt(m_fixture->clock.now().addSecs(minutes * 60));
     QTEST(store.nextRefreshText(m_fixture->clock.now().addMSecs(elapsedMs)), "expected");
 }
 
@@ -567,11 +570,11 @@ void TestStoreRefresh::nextRefreshTextStates()
     RoyaltiesStore &store = m_fixture->makeStore();
     const QDateTime now = m_fixture->clock.now();
     QCOMPARE(store.nextRefreshText(now), QStringLiteral("Automatic refresh not scheduled"));
-    store.setNextRefreshAt(now);
+    store.session().setNextRefreshAt(now);
     QCOMPARE(store.nextRefreshText(now), QStringLiteral(u"Refresh queued\u2026"));
-    store.setIsLoading(true);
+    store.session().setIsLoading(true);
     QCOMPARE(store.nextRefreshText(now), QStringLiteral(u"Refreshing now\u2026"));
-    store.setIsNetworkAvailable(false);
+    store.session().setIsNetworkAvailable(false);
     QCOMPARE(store.nextRefreshText(now), QStringLiteral(u"Waiting for internet\u2026"));
 }
 
@@ -599,7 +602,7 @@ void TestStoreRefresh::lastUpdatedText()
     RoyaltiesStore &store = m_fixture->makeStore();
     const QDateTime now = m_fixture->clock.now();
     QCOMPARE(store.lastUpdatedText(now), QStringLiteral("Not refreshed yet"));
-    store.setLastUpdated(now);
+    store.session().setLastUpdated(now);
     // Partial seconds are cut off, never rounded up.
     QTEST(store.lastUpdatedText(now.addMSecs(seconds * 1000 + (seconds >= 0 ? 999 : 0))), "expected");
 }
@@ -609,7 +612,7 @@ void TestStoreRefresh::firstNetworkReportWhenOnlineTriggersNothing()
     RoyaltiesStore &store = startedStore();
     m_fixture->clock.advance(10s);
     m_fixture->reachability.report(true);
-    QVERIFY(store.hasReceivedNetworkStatus());
+    QVERIFY(store.session().hasReceivedNetworkStatus());
     QVERIFY(settle());
     QCOMPARE(statisticsCount(), 0);
     QVERIFY(!store.errorMessage().has_value());
@@ -679,7 +682,7 @@ void TestStoreRefresh::recoveryTickLeavesAFutureRefreshAlone()
     QCOMPARE(statisticsCount(), 0);
     store.recoverAutomaticRefreshIfNeeded(false);
     QVERIFY(!store.isLoading());
-    store.setNextRefreshAt(std::nullopt);
+    store.session().setNextRefreshAt(std::nullopt);
     store.recoverAutomaticRefreshIfNeeded(false);
     QVERIFY(!store.isLoading());
     store.recoverAutomaticRefreshIfNeeded(true);
@@ -690,13 +693,13 @@ void TestStoreRefresh::recoveryDoesNothingWhileLoadingOrOffline()
 {
     RoyaltiesStore &store = startedStore();
     m_fixture->clock.advance(10s);
-    store.setIsNetworkAvailable(false);
+    store.session().setIsNetworkAvailable(false);
     store.recoverAutomaticRefreshIfNeeded(true);
     QVERIFY(!store.isLoading());
-    store.setIsNetworkAvailable(true);
-    store.setIsLoading(true);
+    store.session().setIsNetworkAvailable(true);
+    store.session().setIsLoading(true);
     store.recoverAutomaticRefreshIfNeeded(true);
-    store.setIsLoading(false);
+    store.session().setIsLoading(false);
     QVERIFY(settle());
     QCOMPARE(statisticsCount(), 0);
 }
@@ -746,7 +749,7 @@ void TestStoreRefresh::unchangedFigureDoesNotCountDown()
     QVERIFY(settle());
     QVERIFY(!store.royaltyChangeCountsDown());
     m_fixture->clock.advance(10s);
-    store.setRoyaltyChangeCountsDown(true);
+    store.session().setRoyaltyChangeCountsDown(true);
     store.refresh();
     QVERIFY(settle());
     QCOMPARE(store.highlightedRoyalty(), 10.0);

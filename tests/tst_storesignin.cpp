@@ -1,4 +1,7 @@
+#include "store/ConnectionSession.h"
 #include "store/SettingsKeys.h"
+#include "store/StoreSettings.h"
+#include "store/StoreStatus.h"
 #include "support/StoreFixture.h"
 
 #include <QRegularExpression>
@@ -86,7 +89,7 @@ void TestStoreSignIn::beginOpensTheConnectPageWithChallengeAndState()
 {
     m_fixture->preferences().setString(SettingsKeys::serverURL, m_fixture->server->baseUrl().toString() + u'/');
     RoyaltiesStore &store = m_fixture->makeStore();
-    store.setErrorMessage(QStringLiteral("old"));
+    store.status().setErrorMessage(QStringLiteral("old"));
     store.beginBrowserAuthentication();
     QVERIFY(!store.errorMessage().has_value());
     QVERIFY(store.isAuthenticating());
@@ -288,8 +291,8 @@ void TestStoreSignIn::failedKeySaveKeepsPendingValues()
 void TestStoreSignIn::connectWithBlankKeySendsNothing()
 {
     RoyaltiesStore &store = m_fixture->makeStore();
-    store.setServerURL(m_fixture->server->baseUrl().toString());
-    store.setApiKey(QStringLiteral("  \n\t "));
+    store.settings().setServerURL(m_fixture->server->baseUrl().toString());
+    store.session().setApiKey(QStringLiteral("  \n\t "));
     store.connect();
     QCOMPARE(store.errorMessage(), std::optional<QString>(QStringLiteral("Enter your Inkwarden API key.")));
     QVERIFY(!store.isLoading());
@@ -299,9 +302,9 @@ void TestStoreSignIn::connectWithBlankKeySendsNothing()
 void TestStoreSignIn::connectTrimsTheKeyAndSavesIt()
 {
     RoyaltiesStore &store = m_fixture->makeStore();
-    store.setServerURL(QStringLiteral(" ") + m_fixture->server->baseUrl().toString() + QStringLiteral("/ "));
-    store.setApiKey(QStringLiteral("  ") + ApiKeys::demoKey() + QStringLiteral("\n"));
-    store.setIsShowingSettings(true);
+    store.settings().setServerURL(QStringLiteral(" ") + m_fixture->server->baseUrl().toString() + QStringLiteral("/ "));
+    store.session().setApiKey(QStringLiteral("  ") + ApiKeys::demoKey() + QStringLiteral("\n"));
+    store.status().setIsShowingSettings(true);
     store.connect();
     QVERIFY(store.isLoading());
     QTRY_VERIFY_WITH_TIMEOUT(store.isConnected(), 5000);
@@ -318,14 +321,14 @@ void TestStoreSignIn::connectTrimsTheKeyAndSavesIt()
 void TestStoreSignIn::connectKeepsAStoredAccountThatIsListed()
 {
     RoyaltiesStore &store = m_fixture->makeStore();
-    store.setServerURL(m_fixture->server->baseUrl().toString());
-    store.setApiKey(ApiKeys::demoKey());
+    store.settings().setServerURL(m_fixture->server->baseUrl().toString());
+    store.session().setApiKey(ApiKeys::demoKey());
     store.connect();
     QTRY_VERIFY_WITH_TIMEOUT(store.isConnected(), 5000);
     const QString second = store.accounts().at(1).accountID;
     store.signOut();
-    store.setApiKey(ApiKeys::demoKey());
-    store.setAccountID(second);
+    store.session().setApiKey(ApiKeys::demoKey());
+    store.settings().setAccountID(second);
     m_fixture->clock.advance(5s);
     store.connect();
     QTRY_VERIFY_WITH_TIMEOUT(store.isConnected(), 5000);
@@ -335,9 +338,9 @@ void TestStoreSignIn::connectKeepsAStoredAccountThatIsListed()
 void TestStoreSignIn::connectChoosesTheFirstAccountOtherwise()
 {
     RoyaltiesStore &store = m_fixture->makeStore();
-    store.setServerURL(m_fixture->server->baseUrl().toString());
-    store.setApiKey(ApiKeys::demoKey());
-    store.setAccountID(QStringLiteral("account-of-someone-else"));
+    store.settings().setServerURL(m_fixture->server->baseUrl().toString());
+    store.session().setApiKey(ApiKeys::demoKey());
+    store.settings().setAccountID(QStringLiteral("account-of-someone-else"));
     store.connect();
     QTRY_VERIFY_WITH_TIMEOUT(store.isConnected(), 5000);
     QCOMPARE(store.accountID(), store.accounts().first().accountID);
@@ -346,8 +349,8 @@ void TestStoreSignIn::connectChoosesTheFirstAccountOtherwise()
 void TestStoreSignIn::connectWithKeyThatSeesNoAccountsFails()
 {
     RoyaltiesStore &store = m_fixture->makeStore();
-    store.setServerURL(m_fixture->server->baseUrl().toString());
-    store.setApiKey(ApiKeys::noAccountsKey());
+    store.settings().setServerURL(m_fixture->server->baseUrl().toString());
+    store.session().setApiKey(ApiKeys::noAccountsKey());
     store.connect();
     QVERIFY(m_fixture->waitUntilIdle());
     QCOMPARE(store.errorMessage(),
@@ -362,7 +365,7 @@ void TestStoreSignIn::connectFailureLeavesTheOldConnection()
     store.loadAccounts();
     QVERIFY(m_fixture->waitUntilIdle());
     const QList<PublisherAccount> accounts = store.accounts();
-    store.setApiKey(QStringLiteral("mistyped-key"));
+    store.session().setApiKey(QStringLiteral("mistyped-key"));
     store.connect();
     QVERIFY(m_fixture->waitUntilIdle());
     QCOMPARE(store.errorMessage(), std::optional<QString>(QStringLiteral("Invalid API key.")));
@@ -402,7 +405,7 @@ void TestStoreSignIn::loadAccountsKeepsListedAccountWithoutRefresh()
     m_fixture->server->clearRequests();
     m_fixture->clock.advance(10s);
     const QString second = store.accounts().at(1).accountID;
-    store.setAccountID(second);
+    store.settings().setAccountID(second);
     store.loadAccounts();
     QVERIFY(m_fixture->waitUntilIdle());
     QCOMPARE(store.accountID(), second);
@@ -427,28 +430,28 @@ void TestStoreSignIn::loadAccountsFailureKeepsTheOldList()
 void TestStoreSignIn::serverURLNeedsHttpSchemeAndHost()
 {
     RoyaltiesStore &store = m_fixture->makeStore();
-    store.setServerURL(QStringLiteral(" https://royalties.example/app/ "));
+    store.settings().setServerURL(QStringLiteral(" https://royalties.example/app/ "));
     QCOMPARE(store.makeServerURL(QStringLiteral("/mac-app/connect/"), {{QStringLiteral("a"), QStringLiteral("b")}}),
              std::optional<QUrl>(QUrl(QStringLiteral("https://royalties.example/app/mac-app/connect/?a=b"))));
-    store.setServerURL(QStringLiteral("http:///nohost"));
+    store.settings().setServerURL(QStringLiteral("http:///nohost"));
     QVERIFY(!store.makeServerURL(QStringLiteral("/x/"), {}).has_value());
-    store.setServerURL(QStringLiteral("ftp://royalties.example"));
+    store.settings().setServerURL(QStringLiteral("ftp://royalties.example"));
     QVERIFY(!store.makeServerURL(QStringLiteral("/x/"), {}).has_value());
 }
 
 void TestStoreSignIn::pageURLKeepsBasePathAndDropsQuery()
 {
     RoyaltiesStore &store = m_fixture->makeStore();
-    store.setServerURL(QStringLiteral(" https://royalties.example/app/?x=1#top "));
+    store.settings().setServerURL(QStringLiteral(" https://royalties.example/app/?x=1#top "));
     QCOMPARE(store.makeServerPageURL(QStringLiteral("/download_for_linux/")),
              std::optional<QUrl>(QUrl(QStringLiteral("https://royalties.example/app/download_for_linux/"))));
-    store.setServerURL(QStringLiteral("http://localhost:8000"));
+    store.settings().setServerURL(QStringLiteral("http://localhost:8000"));
     QCOMPARE(store.makeServerPageURL(QStringLiteral("/dashboard_lite/")),
              std::optional<QUrl>(QUrl(QStringLiteral("http://localhost:8000/dashboard_lite/"))));
     // Any scheme will do for a page, as long as there is a host.
-    store.setServerURL(QStringLiteral("gopher://royalties.example"));
+    store.settings().setServerURL(QStringLiteral("gopher://royalties.example"));
     QVERIFY(store.makeServerPageURL(QStringLiteral("/p/")).has_value());
-    store.setServerURL(QStringLiteral("royalties.example"));
+    store.settings().setServerURL(QStringLiteral("royalties.example"));
     QVERIFY(!store.makeServerPageURL(QStringLiteral("/p/")).has_value());
 }
 

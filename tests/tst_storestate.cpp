@@ -1,4 +1,8 @@
+#include "store/AppUpdates.h"
+#include "store/ConnectionSession.h"
 #include "store/SettingsKeys.h"
+#include "store/StoreSettings.h"
+#include "store/StoreStatus.h"
 #include "support/StoreFixture.h"
 
 #include <QFile>
@@ -99,7 +103,7 @@ void TestStoreState::freshInstallationHasTheDefaults()
     QVERIFY(store.isNetworkAvailable());
     QCOMPARE(store.menuBarTitle(), QStringLiteral(u"\u25C9 \u2014"));
     QCOMPARE(store.requestCooldownRemaining(), qint64(0));
-    QVERIFY(!store.requestAvailableAt().has_value());
+    QVERIFY(!store.session().requestAvailableAt().has_value());
     QVERIFY(store.canSwitchPeriod());
     QVERIFY(!store.latestAppVersion().has_value());
     QVERIFY(!store.downloadedUpdateURL().has_value());
@@ -207,10 +211,10 @@ void TestStoreState::valuesComeBackAsTextAfterRestart()
 {
     {
         RoyaltiesStore &store = m_fixture->makeStore();
-        store.setServerURL(QStringLiteral("  http://192.0.2.7:9000 "));
-        store.setAccountID(QStringLiteral("acc_2"));
-        store.setRefreshMinutes(120);
-        store.setDisplayedRoyalty(DisplayedRoyalty::net);
+        store.settings().setServerURL(QStringLiteral("  http://192.0.2.7:9000 "));
+        store.settings().setAccountID(QStringLiteral("acc_2"));
+        store.settings().setRefreshMinutes(120);
+        store.settings().setDisplayedRoyalty(DisplayedRoyalty::net);
         store.setSalesMetricHidden(QStringLiteral("audiobooks"), true);
         store.moveSalesMetric(SalesBreakdownMetric::freeEbooks, -1);
         store.persistSettings();
@@ -266,10 +270,10 @@ void TestStoreState::everyAssignmentNotifies()
     QSignalSpy serverSpy(&store, &RoyaltiesStore::serverURLChanged);
     QSignalSpy loadingSpy(&store, &RoyaltiesStore::isLoadingChanged);
     QSignalSpy errorSpy(&store, &RoyaltiesStore::errorMessageChanged);
-    store.setServerURL(store.serverURL());
-    store.setServerURL(store.serverURL());
-    store.setIsLoading(false);
-    store.setErrorMessage(std::nullopt);
+    store.settings().setServerURL(store.serverURL());
+    store.settings().setServerURL(store.serverURL());
+    store.session().setIsLoading(false);
+    store.status().setErrorMessage(std::nullopt);
     QCOMPARE(serverSpy.count(), 2);
     QCOMPARE(loadingSpy.count(), 1);
     QCOMPARE(errorSpy.count(), 1);
@@ -297,11 +301,11 @@ void TestStoreState::selectingCurrentPeriodChangesNothing()
 void TestStoreState::selectingWhileLoadingChangesNothing()
 {
     RoyaltiesStore &store = m_fixture->makeConnectedStore();
-    store.setIsLoading(true);
+    store.session().setIsLoading(true);
     store.selectPeriod(RoyaltyPeriod::yesterday);
     QVERIFY(store.selectedPeriod() == RoyaltyPeriod::today);
     QVERIFY(!preferences().contains(SettingsKeys::selectedPeriod));
-    QVERIFY(!store.refreshWhenAvailable());
+    QVERIFY(!store.session().refreshWhenAvailable());
     QVERIFY(!store.errorMessage().has_value());
 }
 
@@ -315,7 +319,7 @@ void TestStoreState::selectingDuringCooldownChangesNothing()
     store.selectPeriod(RoyaltyPeriod::thisMonth);
     QVERIFY(store.selectedPeriod() == RoyaltyPeriod::today);
     QVERIFY(!preferences().contains(SettingsKeys::selectedPeriod));
-    QVERIFY(!store.refreshWhenAvailable());
+    QVERIFY(!store.session().refreshWhenAvailable());
     QCOMPARE(m_fixture->statisticsRequests().size(), 1);
 }
 
@@ -403,10 +407,10 @@ void TestStoreState::hidingAMetricPersistsBothLists()
 void TestStoreState::persistSettingsWritesTrimmedAddressOnly()
 {
     RoyaltiesStore &store = m_fixture->makeStore();
-    store.setServerURL(QStringLiteral(" \thttps://royalties.example/app \n"));
-    store.setAccountID(QStringLiteral("acc_9"));
-    store.setRefreshMinutes(60);
-    store.setDisplayedRoyalty(DisplayedRoyalty::net);
+    store.settings().setServerURL(QStringLiteral(" \thttps://royalties.example/app \n"));
+    store.settings().setAccountID(QStringLiteral("acc_9"));
+    store.settings().setRefreshMinutes(60);
+    store.settings().setDisplayedRoyalty(DisplayedRoyalty::net);
     store.persistSettings();
     QCOMPARE(store.serverURL(), QStringLiteral(" \thttps://royalties.example/app \n"));
     QCOMPARE(preferences().string(SettingsKeys::serverURL),
@@ -431,7 +435,7 @@ void TestStoreState::showSettingsLoadsAccountsWhenThereAreNone()
     QCOMPARE(store.accounts().size(), 2);
 
     m_fixture->server->clearRequests();
-    store.setIsShowingSettings(false);
+    store.status().setIsShowingSettings(false);
     store.showSettings();
     QVERIFY(!store.isLoadingAccounts());
     QVERIFY(m_fixture->server->requests().isEmpty());
@@ -446,7 +450,7 @@ void TestStoreState::signOutClearsTheConnection()
     QVERIFY(m_fixture->waitUntilIdle());
     preferences().setString(SettingsKeys::pendingAuthState, QStringLiteral("S"));
     preferences().setString(SettingsKeys::pendingAuthVerifier, QStringLiteral("V"));
-    store.setIsShowingSettings(true);
+    store.status().setIsShowingSettings(true);
     QVERIFY(store.lastUpdated().has_value());
     QVERIFY(store.nextRefreshAt().has_value());
 
@@ -458,7 +462,7 @@ void TestStoreState::signOutClearsTheConnection()
     QVERIFY(store.accounts().isEmpty());
     QVERIFY(!store.latestAppVersion().has_value());
     QVERIFY(!store.isShowingUpdatePrompt());
-    QVERIFY(!store.promptedUpdateVersion().has_value());
+    QVERIFY(!store.updates().promptedUpdateVersion().has_value());
     QCOMPARE(store.summary(), RoyaltySummary());
     QVERIFY(!store.lastUpdated().has_value());
     QVERIFY(!store.nextRefreshAt().has_value());
@@ -480,9 +484,9 @@ void TestStoreState::signOutKeepsErrorAndPreferences()
 {
     preferences().setString(SettingsKeys::refreshMinutes, QStringLiteral("60"));
     RoyaltiesStore &store = m_fixture->makeConnectedStore();
-    store.setErrorMessage(QStringLiteral("Invalid API key."));
+    store.status().setErrorMessage(QStringLiteral("Invalid API key."));
     store.setSalesMetricHidden(QStringLiteral("kenpReads"), true);
-    store.setDisplayedRoyalty(DisplayedRoyalty::net);
+    store.settings().setDisplayedRoyalty(DisplayedRoyalty::net);
     const QString address = store.serverURL();
     store.signOut();
     QCOMPARE(store.errorMessage(), std::optional<QString>(QStringLiteral("Invalid API key.")));
@@ -499,7 +503,7 @@ void TestStoreState::signOutKeepsARunningCooldown()
     QVERIFY(m_fixture->waitUntilIdle());
     QCOMPARE(store.requestCooldownRemaining(), qint64(3));
     store.signOut();
-    QVERIFY(store.requestAvailableAt().has_value());
+    QVERIFY(store.session().requestAvailableAt().has_value());
     QVERIFY(preferences().contains(SettingsKeys::requestAvailableAt));
     m_fixture->clock.advance(1200ms);
     QCOMPARE(store.requestCooldownRemaining(), qint64(2));
@@ -515,7 +519,7 @@ void TestStoreState::moneyUsesTheSummaryCurrency()
     QCOMPARE(store.money(1234.56, true), QStringLiteral("$1,235"));
     RoyaltySummary euros;
     euros.currency = QStringLiteral("eur");
-    store.setSummary(euros);
+    store.session().setSummary(euros);
     QCOMPARE(store.money(12, false), QStringLiteral(u"\u20AC12.00"));
 }
 
@@ -523,7 +527,7 @@ void TestStoreState::menuBarPartsAppearAfterFirstRefreshOnly()
 {
     RoyaltiesStore &store = m_fixture->makeStore();
     QVERIFY(!store.menuBarMoneyParts().has_value());
-    store.setLastUpdated(m_fixture->clock.now());
+    store.session().setLastUpdated(m_fixture->clock.now());
     QCOMPARE(store.menuBarMoneyParts(), (MenuBarMoneyParts{QStringLiteral("$"), QStringLiteral("0.00")}));
 }
 
@@ -533,10 +537,10 @@ void TestStoreState::highlightedRoyaltyFollowsDisplayedRoyaltyAtOnce()
     RoyaltySummary summary;
     summary.gross = 20;
     summary.net = 12.5;
-    store.setSummary(summary);
-    store.setMenuBarTitle(store.money(store.highlightedRoyalty(), true));
+    store.session().setSummary(summary);
+    store.session().setMenuBarTitle(store.money(store.highlightedRoyalty(), true));
     QCOMPARE(store.highlightedRoyalty(), 20.0);
-    store.setDisplayedRoyalty(DisplayedRoyalty::net);
+    store.settings().setDisplayedRoyalty(DisplayedRoyalty::net);
     QCOMPARE(store.highlightedRoyalty(), 12.5);
     // The panel title follows only with the next refresh.
     QCOMPARE(store.menuBarTitle(), QStringLiteral("$20.00"));

@@ -1,5 +1,9 @@
 #include "HttpTestClient.h"
+#include "store/AppUpdates.h"
+#include "store/ConnectionSession.h"
 #include "store/SettingsKeys.h"
+#include "store/StoreSettings.h"
+#include "store/StoreStatus.h"
 #include "support/StoreFixture.h"
 
 #include <QDir>
@@ -130,7 +134,7 @@ void TestStoreUpdates::versionsCompareNumerically()
     QFETCH(QString, latest);
     m_fixture->appInfo.version = own;
     RoyaltiesStore &store = m_fixture->makeStore();
-    store.setLatestAppVersion(latest);
+    store.updates().setLatestAppVersion(latest);
     QTEST(store.isUpdateAvailable(), "available");
 }
 
@@ -139,7 +143,7 @@ void TestStoreUpdates::unknownOwnVersionNeverOffersAnUpdate()
     m_fixture->appInfo.version.reset();
     RoyaltiesStore &store = m_fixture->makeStore();
     QCOMPARE(store.currentAppVersion(), QStringLiteral("Unknown"));
-    store.setLatestAppVersion(QStringLiteral("99.0"));
+    store.updates().setLatestAppVersion(QStringLiteral("99.0"));
     QVERIFY(!store.isUpdateAvailable());
     store.presentUpdatePromptIfNeeded();
     QVERIFY(!store.isShowingUpdatePrompt());
@@ -148,16 +152,16 @@ void TestStoreUpdates::unknownOwnVersionNeverOffersAnUpdate()
 void TestStoreUpdates::promptIsRaisedOncePerVersion()
 {
     RoyaltiesStore &store = m_fixture->makeStore();
-    store.setLatestAppVersion(QStringLiteral("1.5.0"));
+    store.updates().setLatestAppVersion(QStringLiteral("1.5.0"));
     store.presentUpdatePromptIfNeeded();
     QVERIFY(store.isShowingUpdatePrompt());
-    store.setIsShowingUpdatePrompt(false);
+    store.updates().setIsShowingUpdatePrompt(false);
     store.presentUpdatePromptIfNeeded();
     QVERIFY(!store.isShowingUpdatePrompt());
-    store.setLatestAppVersion(QStringLiteral("1.6.0"));
+    store.updates().setLatestAppVersion(QStringLiteral("1.6.0"));
     store.presentUpdatePromptIfNeeded();
     QVERIFY(store.isShowingUpdatePrompt());
-    QCOMPARE(store.promptedUpdateVersion(), std::optional<QString>(QStringLiteral("1.6.0")));
+    QCOMPARE(store.updates().promptedUpdateVersion(), std::optional<QString>(QStringLiteral("1.6.0")));
 }
 
 void TestStoreUpdates::connectingPromptsForANewerVersion()
@@ -167,9 +171,9 @@ void TestStoreUpdates::connectingPromptsForANewerVersion()
     QVERIFY(m_fixture->waitUntilIdle());
     QCOMPARE(store.latestAppVersion(), std::optional<QString>(QStringLiteral("1.5.0")));
     QVERIFY(store.isShowingUpdatePrompt());
-    store.setIsShowingUpdatePrompt(false);
+    store.updates().setIsShowingUpdatePrompt(false);
     m_fixture->clock.advance(10s);
-    store.setAccounts({});
+    store.session().setAccounts({});
     store.loadAccounts();
     QVERIFY(m_fixture->waitUntilIdle());
     QVERIFY(!store.isShowingUpdatePrompt());
@@ -179,17 +183,17 @@ void TestStoreUpdates::updateActionTitleFollowsTheDownload()
 {
     RoyaltiesStore &store = m_fixture->makeStore();
     QCOMPARE(store.updateActionTitle(), QStringLiteral("Update"));
-    store.setIsDownloadingUpdate(true);
+    store.updates().setIsDownloadingUpdate(true);
     QCOMPARE(store.updateActionTitle(), QStringLiteral(u"Downloading\u2026"));
-    store.setIsDownloadingUpdate(false);
-    store.setDownloadedUpdateURL(QUrl::fromLocalFile(QStringLiteral("/tmp/Inkwarden-1.5.0.deb")));
+    store.updates().setIsDownloadingUpdate(false);
+    store.updates().setDownloadedUpdateURL(QUrl::fromLocalFile(QStringLiteral("/tmp/Inkwarden-1.5.0.deb")));
     QCOMPARE(store.updateActionTitle(), QStringLiteral("Open installer"));
 }
 
 void TestStoreUpdates::checkSetsTheLatestVersionAndPrompts()
 {
     RoyaltiesStore &store = connectedStoreAt(QStringLiteral("1.10.0"));
-    store.setErrorMessage(QStringLiteral("old"));
+    store.status().setErrorMessage(QStringLiteral("old"));
     store.checkForUpdates();
     QVERIFY(store.isCheckingForUpdates());
     QVERIFY(!store.errorMessage().has_value());
@@ -202,7 +206,7 @@ void TestStoreUpdates::checkSetsTheLatestVersionAndPrompts()
 void TestStoreUpdates::checkWithoutLatestVersionClearsItAndSaysSo()
 {
     RoyaltiesStore &store = connectedStoreAt(QString());
-    store.setLatestAppVersion(QStringLiteral("1.5.0"));
+    store.updates().setLatestAppVersion(QStringLiteral("1.5.0"));
     store.checkForUpdates();
     QTRY_VERIFY(!store.isCheckingForUpdates());
     QVERIFY(!store.latestAppVersion().has_value());
@@ -213,7 +217,7 @@ void TestStoreUpdates::checkWithoutLatestVersionClearsItAndSaysSo()
 void TestStoreUpdates::checkWithoutAccountsIsNoFailure()
 {
     RoyaltiesStore &store = connectedStoreAt(QStringLiteral("1.5.0"));
-    store.setApiKey(ApiKeys::noAccountsKey());
+    store.session().setApiKey(ApiKeys::noAccountsKey());
     store.checkForUpdates();
     QTRY_VERIFY(!store.isCheckingForUpdates());
     QVERIFY(!store.errorMessage().has_value());
@@ -282,7 +286,7 @@ void TestStoreUpdates::downloadAgainOpensTheSavedFileWithoutTraffic()
     QVERIFY(earlier.open(QIODevice::WriteOnly));
     earlier.write("saved before");
     earlier.close();
-    store.setLatestAppVersion(QStringLiteral("1.5.0"));
+    store.updates().setLatestAppVersion(QStringLiteral("1.5.0"));
     QCOMPARE(store.existingDownloadedUpdateURL(), std::optional<QUrl>(QUrl::fromLocalFile(earlier.fileName())));
 
     store.downloadLatestUpdate();
@@ -304,7 +308,7 @@ void TestStoreUpdates::downloadLandsFromATemporaryFolderOnAnotherFileSystem()
     QCOMPARE(QDir::tempPath(), elsewhere.path());
 
     RoyaltiesStore &store = connectedStoreAt(QStringLiteral("1.5.0"));
-    store.setLatestAppVersion(QStringLiteral("1.5.0"));
+    store.updates().setLatestAppVersion(QStringLiteral("1.5.0"));
     store.downloadLatestUpdate();
     QTRY_VERIFY(!store.isDownloadingUpdate());
     QCOMPARE(store.errorMessage(), std::nullopt);
@@ -326,7 +330,7 @@ void TestStoreUpdates::downloadLandsFromATemporaryFolderOnAnotherFileSystem()
 void TestStoreUpdates::downloadPageAnswering404()
 {
     RoyaltiesStore &store = connectedStoreAt(QStringLiteral("1.5.0"));
-    store.setLatestAppVersion(QStringLiteral("1.5.0"));
+    store.updates().setLatestAppVersion(QStringLiteral("1.5.0"));
     Fault missing;
     missing.status = 404;
     m_fixture->server->faults().set(Route::Download, missing);
@@ -343,7 +347,7 @@ void TestStoreUpdates::downloadPageAnswering404()
 void TestStoreUpdates::downloadCutOffIsReported()
 {
     RoyaltiesStore &store = connectedStoreAt(QStringLiteral("1.5.0"));
-    store.setLatestAppVersion(QStringLiteral("1.5.0"));
+    store.updates().setLatestAppVersion(QStringLiteral("1.5.0"));
     Fault reset;
     reset.reset = true;
     m_fixture->server->faults().set(Route::Download, reset);
@@ -359,7 +363,7 @@ void TestStoreUpdates::downloadCutOffIsReported()
 void TestStoreUpdates::downloadWithUnusableAddress()
 {
     RoyaltiesStore &store = m_fixture->makeStore();
-    store.setServerURL(QStringLiteral("not a server"));
+    store.settings().setServerURL(QStringLiteral("not a server"));
     store.downloadLatestUpdate();
     QCOMPARE(store.errorMessage(), std::optional<QString>(QStringLiteral(
                                        "Enter a valid server URL in Settings before downloading an update.")));
@@ -373,8 +377,8 @@ void TestStoreUpdates::downloadKeepsTheBasePath()
     config.latestAppVersion = QStringLiteral("1.5.0");
     m_fixture->restartServer(config);
     RoyaltiesStore &store = m_fixture->makeStore();
-    store.setServerURL(m_fixture->server->baseUrl().toString() + QStringLiteral("/?utm=1"));
-    store.setLatestAppVersion(QStringLiteral("1.5.0"));
+    store.settings().setServerURL(m_fixture->server->baseUrl().toString() + QStringLiteral("/?utm=1"));
+    store.updates().setLatestAppVersion(QStringLiteral("1.5.0"));
     store.downloadLatestUpdate();
     QTRY_VERIFY(!store.isDownloadingUpdate());
     QVERIFY(!store.errorMessage().has_value());
@@ -385,7 +389,7 @@ void TestStoreUpdates::downloadKeepsTheBasePath()
 void TestStoreUpdates::downloadWhileDownloadingDoesNothing()
 {
     RoyaltiesStore &store = connectedStoreAt(QStringLiteral("1.5.0"));
-    store.setLatestAppVersion(QStringLiteral("1.5.0"));
+    store.updates().setLatestAppVersion(QStringLiteral("1.5.0"));
     store.downloadLatestUpdate();
     store.downloadLatestUpdate();
     QTRY_VERIFY(!store.isDownloadingUpdate());
@@ -401,14 +405,14 @@ void TestStoreUpdates::downloadWithoutKnownVersionIsSavedAsLatest()
     const QString saved = updatesFolder() + QStringLiteral("/Inkwarden-latest.deb");
     QVERIFY(QFile::exists(saved));
     // A file saved under "latest" is never found again by version.
-    store.setDownloadedUpdateURL(std::nullopt);
+    store.updates().setDownloadedUpdateURL(std::nullopt);
     QVERIFY(!store.existingDownloadedUpdateURL().has_value());
 }
 
 void TestStoreUpdates::installerThatWillNotOpenIsRevealed()
 {
     RoyaltiesStore &store = connectedStoreAt(QStringLiteral("1.5.0"));
-    store.setLatestAppVersion(QStringLiteral("1.5.0"));
+    store.updates().setLatestAppVersion(QStringLiteral("1.5.0"));
     m_fixture->desktop.openFileFailure = QStringLiteral("No application is registered for Debian packages");
     store.downloadLatestUpdate();
     QTRY_VERIFY(!m_fixture->desktop.revealedFiles.isEmpty());
@@ -427,7 +431,7 @@ void TestStoreUpdates::installerThatWillNotOpenIsRevealed()
 void TestStoreUpdates::openingWithoutInstallerSaysSo()
 {
     RoyaltiesStore &store = m_fixture->makeStore();
-    store.setUpdateStatusMessage(QStringLiteral("old"));
+    store.updates().setUpdateStatusMessage(QStringLiteral("old"));
     store.openDownloadedUpdate();
     QCOMPARE(store.errorMessage(), std::optional<QString>(installerNotFound()));
     QVERIFY(!store.updateStatusMessage().has_value());
@@ -438,7 +442,7 @@ void TestStoreUpdates::openingAFileThatHasGoneReportsTheReason()
 {
     RoyaltiesStore &store = m_fixture->makeStore();
     // The remembered file is handed to the desktop as it is; what it says about it is shown.
-    store.setDownloadedUpdateURL(QUrl::fromLocalFile(QStringLiteral("/nonexistent/Inkwarden-1.5.0.deb")));
+    store.updates().setDownloadedUpdateURL(QUrl::fromLocalFile(QStringLiteral("/nonexistent/Inkwarden-1.5.0.deb")));
     m_fixture->desktop.openFileFailure = QStringLiteral("The file does not exist");
     store.openDownloadedUpdate();
     QTRY_COMPARE(store.errorMessage(), std::optional<QString>(QStringLiteral(
@@ -456,7 +460,7 @@ void TestStoreUpdates::revealWithoutInstallerSaysSo()
 void TestStoreUpdates::dashboardOpensInTheBrowser()
 {
     RoyaltiesStore &store = m_fixture->makeStore();
-    store.setServerURL(QStringLiteral(" http://localhost:8000 "));
+    store.settings().setServerURL(QStringLiteral(" http://localhost:8000 "));
     store.openDashboard();
     QCOMPARE(m_fixture->desktop.openedURLs, QList<QUrl>{QUrl(QStringLiteral("http://localhost:8000/dashboard_lite/"))});
 }
@@ -464,7 +468,7 @@ void TestStoreUpdates::dashboardOpensInTheBrowser()
 void TestStoreUpdates::dashboardKeepsBasePathQueryAndFragment()
 {
     RoyaltiesStore &store = m_fixture->makeStore();
-    store.setServerURL(QStringLiteral("https://royalties.example/app/?team=7#top"));
+    store.settings().setServerURL(QStringLiteral("https://royalties.example/app/?team=7#top"));
     store.openDashboard();
     QCOMPARE(m_fixture->desktop.openedURLs,
              QList<QUrl>{QUrl(QStringLiteral("https://royalties.example/app/dashboard_lite/?team=7#top"))});
@@ -474,7 +478,7 @@ void TestStoreUpdates::dashboardKeepsBasePathQueryAndFragment()
 void TestStoreUpdates::dashboardWithUnusableAddress()
 {
     RoyaltiesStore &store = m_fixture->makeStore();
-    store.setServerURL(QStringLiteral("localhost"));
+    store.settings().setServerURL(QStringLiteral("localhost"));
     store.openDashboard();
     QCOMPARE(store.errorMessage(), std::optional<QString>(QStringLiteral(
                                        "Enter a valid server URL in Settings before opening the dashboard.")));

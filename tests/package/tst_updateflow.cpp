@@ -9,6 +9,7 @@
 #include "ApiKeys.h"
 #include "platform/LinuxDesktopServices.h"
 #include "store/AppInfo.h"
+#include "store/AppUpdates.h"
 #include "store/PlatformTexts.h"
 #include "store/Preferences.h"
 #include "store/RoyaltiesStore.h"
@@ -192,7 +193,7 @@ void TestUpdateFlow::updateIsPromptedOnceDownloadedOpenedAndRevealed()
 
     // Dismissed, it stays dismissed for this version: neither a check nor showing the popover again
     // raises it.
-    store.setIsShowingUpdatePrompt(false);
+    store.updates().setIsShowingUpdatePrompt(false);
     store.checkForUpdates();
     QTRY_VERIFY_WITH_TIMEOUT(!store.isCheckingForUpdates(), 20000);
     QCOMPARE(store.errorMessage(), std::optional<QString>());
@@ -231,7 +232,7 @@ void TestUpdateFlow::updateIsPromptedOnceDownloadedOpenedAndRevealed()
     // The server was asked for the package once; asking again opens the saved file without traffic.
     QCOMPARE(requestedPaths().count(QStringLiteral("/download_for_linux/")), 1);
     QFile::remove(m_openedLog);
-    store.setDownloadedUpdateURL(std::nullopt);
+    store.updates().setDownloadedUpdateURL(std::nullopt);
     store.downloadLatestUpdate();
     QVERIFY(!store.isDownloadingUpdate());
     QTRY_COMPARE_WITH_TIMEOUT(QString::fromUtf8(readAll(m_openedLog)), downloaded + u'\n', 20000);

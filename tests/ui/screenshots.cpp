@@ -2,6 +2,12 @@
 // files, against stores set up in the states a person meets. Prints the path of each file.
 
 #include "ViewHarness.h"
+#include "store/AppUpdates.h"
+#include "store/BrowserSignIn.h"
+#include "store/ConnectionSession.h"
+#include "store/OpenAtLogin.h"
+#include "store/StoreSettings.h"
+#include "store/StoreStatus.h"
 #include "support/StoreFixture.h"
 
 #include <QDir>
@@ -75,9 +81,9 @@ struct Screen {
 
 void showFigures(StoreFixture &fixture, RoyaltiesStore &store, const RoyaltySummary &summary)
 {
-    store.setSummary(summary);
-    store.setLastUpdated(fixture.clock.now().addSecs(-134));
-    store.setNextRefreshAt(fixture.clock.now().addSecs(1800 - 134));
+    store.session().setSummary(summary);
+    store.session().setLastUpdated(fixture.clock.now().addSecs(-134));
+    store.session().setNextRefreshAt(fixture.clock.now().addSecs(1800 - 134));
 }
 
 void scrollTo(ViewHarness &view, const QString &name)
@@ -92,8 +98,8 @@ QList<Screen> screens()
     const auto connected = [](StoreFixture &fixture) -> RoyaltiesStore & { return fixture.makeConnectedStore(); };
     const auto settings = [connected](StoreFixture &fixture) -> RoyaltiesStore & {
         RoyaltiesStore &store = connected(fixture);
-        store.setIsShowingSettings(true);
-        store.setAccountID(QStringLiteral("acct-1"));
+        store.status().setIsShowingSettings(true);
+        store.settings().setAccountID(QStringLiteral("acct-1"));
         return store;
     };
     const auto accounts = [](int count) {
@@ -109,24 +115,27 @@ QList<Screen> screens()
     return {
         {QStringLiteral("connect-collapsed"), [](StoreFixture &f) { f.makeStore(); }, {}},
         {QStringLiteral("connect-expanded"),
-         [](StoreFixture &f) { f.makeStore().setApiKey(QStringLiteral("ink_live_4f9a2c")); }, expand},
+         [](StoreFixture &f) { f.makeStore().session().setApiKey(QStringLiteral("ink_live_4f9a2c")); }, expand},
         {QStringLiteral("connect-waiting-for-browser"),
-         [](StoreFixture &f) { f.makeStore().setIsAuthenticating(true); },
+         [](StoreFixture &f) { f.makeStore().signIn().setIsAuthenticating(true); },
          {}},
         {QStringLiteral("connect-connecting"),
          [](StoreFixture &f) {
              RoyaltiesStore &store = f.makeStore();
-             store.setApiKey(QStringLiteral("ink_live_4f9a2c"));
-             store.setIsLoading(true);
+             store.session().setApiKey(QStringLiteral("ink_live_4f9a2c"));
+             store.session().setIsLoading(true);
          },
          expand},
         {QStringLiteral("connect-error"),
          [](StoreFixture &f) {
-             f.makeStore().setErrorMessage(QStringLiteral("The API key was not accepted. Check it in My Account and "
-                                                          "try again."));
+             f.makeStore().status().setErrorMessage(
+                 QStringLiteral("The API key was not accepted. Check it in My Account and "
+                                "try again."));
          },
          {}},
-        {QStringLiteral("dashboard-first-load"), [connected](StoreFixture &f) { connected(f).setIsLoading(true); }, {}},
+        {QStringLiteral("dashboard-first-load"),
+         [connected](StoreFixture &f) { connected(f).session().setIsLoading(true); },
+         {}},
         {QStringLiteral("dashboard-usd"),
          [connected](StoreFixture &f) { showFigures(f, connected(f), figures()); },
          {}},
@@ -137,22 +146,23 @@ QList<Screen> screens()
          [connected](StoreFixture &f) {
              RoyaltiesStore &store = connected(f);
              showFigures(f, store, figures());
-             store.setIsLoading(true);
+             store.session().setIsLoading(true);
          },
          {}},
         {QStringLiteral("dashboard-error-keeps-figures"),
          [connected](StoreFixture &f) {
              RoyaltiesStore &store = connected(f);
              showFigures(f, store, figures());
-             store.setErrorMessage(QStringLiteral("The server is having trouble right now. Please try again in a few "
-                                                  "minutes."));
+             store.status().setErrorMessage(
+                 QStringLiteral("The server is having trouble right now. Please try again in a few "
+                                "minutes."));
          },
          [](ViewHarness &view) { scrollTo(view, QStringLiteral("errorBanner")); }},
         {QStringLiteral("dashboard-offline"),
          [connected](StoreFixture &f) {
              RoyaltiesStore &store = connected(f);
              showFigures(f, store, figures());
-             store.setIsNetworkAvailable(false);
+             store.session().setIsNetworkAvailable(false);
          },
          {}},
         {QStringLiteral("dashboard-cooldown"),
@@ -166,17 +176,17 @@ QList<Screen> screens()
          [connected](StoreFixture &f) {
              RoyaltiesStore &store = connected(f);
              showFigures(f, store, figures());
-             store.setLatestAppVersion(QStringLiteral("1.5.0"));
+             store.updates().setLatestAppVersion(QStringLiteral("1.5.0"));
          },
          {}},
         {QStringLiteral("dashboard-update-downloaded"),
          [connected](StoreFixture &f) {
              RoyaltiesStore &store = connected(f);
              showFigures(f, store, figures());
-             store.setLatestAppVersion(QStringLiteral("1.5.0"));
-             store.setDownloadedUpdateURL(
+             store.updates().setLatestAppVersion(QStringLiteral("1.5.0"));
+             store.updates().setDownloadedUpdateURL(
                  QUrl::fromLocalFile(f.cacheFolder() + QStringLiteral("/Inkwarden-1.5.0.deb")));
-             store.setUpdateStatusMessage(
+             store.updates().setUpdateStatusMessage(
                  QStringLiteral("Installer opened. If it is not visible, choose Show in Files."));
          },
          {}},
@@ -188,7 +198,7 @@ QList<Screen> screens()
              for (const SalesBreakdownMetric metric : SalesBreakdownMetric::allCases()) {
                  all.insert(metric);
              }
-             store.setHiddenSalesMetrics(all);
+             store.settings().setHiddenSalesMetrics(all);
          },
          [](ViewHarness &view) { scrollTo(view, QStringLiteral("salesBreakdownCard")); }},
         {QStringLiteral("dashboard-custom-formats"),
@@ -199,9 +209,10 @@ QList<Screen> screens()
              summary.customFormats.insert(QStringLiteral("Large print"), FormatSalesSummary{1, 7.8});
              summary.customFormats.insert(QStringLiteral("Paperbacks"), FormatSalesSummary{4, 22});
              showFigures(f, store, summary);
-             store.setHiddenSalesMetrics({SalesBreakdownMetric::hardcovers, SalesBreakdownMetric::audiobooks,
-                                          SalesBreakdownMetric::expandedDistribution, SalesBreakdownMetric::kenpReads,
-                                          SalesBreakdownMetric::currentPreOrders, SalesBreakdownMetric::freeEbooks});
+             store.settings().setHiddenSalesMetrics(
+                 {SalesBreakdownMetric::hardcovers, SalesBreakdownMetric::audiobooks,
+                  SalesBreakdownMetric::expandedDistribution, SalesBreakdownMetric::kenpReads,
+                  SalesBreakdownMetric::currentPreOrders, SalesBreakdownMetric::freeEbooks});
          },
          [](ViewHarness &view) { scrollTo(view, QStringLiteral("salesBreakdownCard")); }},
         {QStringLiteral("dashboard-large-negative-net"),
@@ -211,34 +222,34 @@ QList<Screen> screens()
              summary.spending = 15840.12;
              summary.net = summary.gross - summary.spending;
              showFigures(f, store, summary);
-             store.setDisplayedRoyalty(DisplayedRoyalty::net);
+             store.settings().setDisplayedRoyalty(DisplayedRoyalty::net);
          },
          {}},
         {QStringLiteral("settings-loading-accounts"),
-         [settings](StoreFixture &f) { settings(f).setIsLoadingAccounts(true); },
+         [settings](StoreFixture &f) { settings(f).session().setIsLoadingAccounts(true); },
          {}},
         {QStringLiteral("settings-no-account"), [settings](StoreFixture &f) { settings(f); }, {}},
         {QStringLiteral("settings-one-account"),
-         [settings, accounts](StoreFixture &f) { settings(f).setAccounts(accounts(1)); },
+         [settings, accounts](StoreFixture &f) { settings(f).session().setAccounts(accounts(1)); },
          {}},
         {QStringLiteral("settings-two-accounts"),
-         [settings, accounts](StoreFixture &f) { settings(f).setAccounts(accounts(2)); },
+         [settings, accounts](StoreFixture &f) { settings(f).session().setAccounts(accounts(2)); },
          {}},
         {QStringLiteral("settings-approval-required"),
          [settings, accounts](StoreFixture &f) {
              RoyaltiesStore &store = settings(f);
-             store.setAccounts(accounts(1));
-             store.setLaunchAtLoginRequiresApproval(true);
+             store.session().setAccounts(accounts(1));
+             store.login().setLaunchAtLoginRequiresApproval(true);
          },
          [](ViewHarness &view) { scrollTo(view, QStringLiteral("approvalNotice")); }},
         {QStringLiteral("settings-update-downloading"),
          [settings, accounts](StoreFixture &f) {
              RoyaltiesStore &store = settings(f);
-             store.setAccounts(accounts(1));
-             store.setLatestAppVersion(QStringLiteral("1.5.0"));
-             store.setIsDownloadingUpdate(true);
-             store.setUpdateStatusMessage(QStringLiteral("Downloading update") + QChar(0x2026)
-                                          + QStringLiteral(" You can keep using Inkwarden."));
+             store.session().setAccounts(accounts(1));
+             store.updates().setLatestAppVersion(QStringLiteral("1.5.0"));
+             store.updates().setIsDownloadingUpdate(true);
+             store.updates().setUpdateStatusMessage(QStringLiteral("Downloading update") + QChar(0x2026)
+                                                    + QStringLiteral(" You can keep using Inkwarden."));
          },
          [](ViewHarness &view) { scrollTo(view, QStringLiteral("versionField")); }},
     };

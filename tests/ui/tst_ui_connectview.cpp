@@ -1,4 +1,8 @@
 #include "UiTest.h"
+#include "store/BrowserSignIn.h"
+#include "store/ConnectionSession.h"
+#include "store/StoreSettings.h"
+#include "store/StoreStatus.h"
 
 #include <QSignalSpy>
 
@@ -64,7 +68,7 @@ void TestConnectView::signInButtonCallsBeginBrowserAuthentication()
 void TestConnectView::waitingForBrowserKeepsSignInEnabledAndClickingStartsAgain()
 {
     RoyaltiesStore &store = fixture->makeStore();
-    store.setIsAuthenticating(true);
+    store.signIn().setIsAuthenticating(true);
     show();
     QVERIFY(enabled(QStringLiteral("signInButton")));
     QCOMPARE(text(QStringLiteral("signInButton")),
@@ -78,7 +82,7 @@ void TestConnectView::waitingForBrowserKeepsSignInEnabledAndClickingStartsAgain(
 void TestConnectView::loadingDisablesBothButtonsAndOnlyConnectLabelChanges()
 {
     RoyaltiesStore &store = fixture->makeStore();
-    store.setIsLoading(true);
+    store.session().setIsLoading(true);
     show();
     QVERIFY(click(QStringLiteral("manualConnectionToggle")));
     QVERIFY(!enabled(QStringLiteral("signInButton")));
@@ -87,7 +91,7 @@ void TestConnectView::loadingDisablesBothButtonsAndOnlyConnectLabelChanges()
     QVERIFY(item(QStringLiteral("connectButtonSpinner"))->isVisible());
     QCOMPARE(text(QStringLiteral("signInButton")), QStringLiteral("Sign in with Inkwarden"));
     QVERIFY(!item(QStringLiteral("signInButtonSpinner"))->isVisible());
-    store.setIsAuthenticating(true);
+    store.signIn().setIsAuthenticating(true);
     view->settle();
     QCOMPARE(text(QStringLiteral("signInButton")),
              QString(QStringLiteral("Waiting for browser sign-in") + QChar(0x2026)));
@@ -98,7 +102,7 @@ void TestConnectView::loadingDisablesBothButtonsAndOnlyConnectLabelChanges()
 void TestConnectView::collapsedGroupHidesFieldsButErrorBannerStillShows()
 {
     RoyaltiesStore &store = fixture->makeStore();
-    store.setErrorMessage(QStringLiteral("Enter a valid Inkwarden server URL."));
+    store.status().setErrorMessage(QStringLiteral("Enter a valid Inkwarden server URL."));
     show();
     QVERIFY(!shown(QStringLiteral("manualConnection")));
     QVERIFY(!shown(QStringLiteral("serverURLInput")));
@@ -112,8 +116,8 @@ void TestConnectView::collapsedGroupHidesFieldsButErrorBannerStillShows()
 void TestConnectView::expandingShowsFieldsBoundToTheStore()
 {
     RoyaltiesStore &store = fixture->makeStore();
-    store.setServerURL(QStringLiteral("https://royalties.example"));
-    store.setApiKey(QStringLiteral("secret"));
+    store.settings().setServerURL(QStringLiteral("https://royalties.example"));
+    store.session().setApiKey(QStringLiteral("secret"));
     show();
     QVERIFY(click(QStringLiteral("manualConnectionToggle")));
     QVERIFY(shown(QStringLiteral("manualConnection")));
@@ -140,7 +144,7 @@ void TestConnectView::expandingShowsFieldsBoundToTheStore()
 void TestConnectView::typingWritesIntoTheStore()
 {
     RoyaltiesStore &store = fixture->makeStore();
-    store.setServerURL(QString());
+    store.settings().setServerURL(QString());
     show();
     QVERIFY(click(QStringLiteral("manualConnectionToggle")));
     view->typeInto(item(QStringLiteral("serverURLInput")), QStringLiteral(" http://x "));
@@ -152,8 +156,8 @@ void TestConnectView::typingWritesIntoTheStore()
 void TestConnectView::connectButtonCallsConnect()
 {
     RoyaltiesStore &store = fixture->makeStore();
-    store.setServerURL(fixture->server->baseUrl().toString());
-    store.setApiKey(ApiKeys::demoKey());
+    store.settings().setServerURL(fixture->server->baseUrl().toString());
+    store.session().setApiKey(ApiKeys::demoKey());
     show();
     QVERIFY(click(QStringLiteral("manualConnectionToggle")));
     QVERIFY(click(QStringLiteral("connectButton")));
@@ -178,10 +182,10 @@ void TestConnectView::newConnectViewStartsCollapsed()
     show();
     QVERIFY(click(QStringLiteral("manualConnectionToggle")));
     QVERIFY(shown(QStringLiteral("manualConnection")));
-    store.setIsConnected(true);
+    store.session().setIsConnected(true);
     view->settle();
     QVERIFY(shown(QStringLiteral("dashboardView")));
-    store.setIsConnected(false);
+    store.session().setIsConnected(false);
     view->settle();
     QVERIFY(shown(QStringLiteral("connectView")));
     QVERIFY(!shown(QStringLiteral("manualConnection")));

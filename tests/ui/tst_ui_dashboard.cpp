@@ -1,4 +1,8 @@
 #include "UiTest.h"
+#include "store/AppUpdates.h"
+#include "store/ConnectionSession.h"
+#include "store/StoreSettings.h"
+#include "store/StoreStatus.h"
 
 #include <QAccessible>
 #include <QSignalSpy>
@@ -115,7 +119,7 @@ void TestDashboard::settingsFlagShowsTheSettingsView()
 {
     fixture->makeConnectedStore();
     show();
-    fixture->store().setIsShowingSettings(true);
+    fixture->store().status().setIsShowingSettings(true);
     view->settle();
     QVERIFY(shown(QStringLiteral("settingsView")));
     QVERIFY(!item(QStringLiteral("dashboardView")));
@@ -124,12 +128,12 @@ void TestDashboard::settingsFlagShowsTheSettingsView()
 void TestDashboard::disconnectedNeverShowsDashboardWhateverSettingsSays()
 {
     RoyaltiesStore &store = fixture->makeStore();
-    store.setIsShowingSettings(true);
+    store.status().setIsShowingSettings(true);
     show();
     QVERIFY(shown(QStringLiteral("connectView")));
     QVERIFY(!item(QStringLiteral("dashboardView")));
     QVERIFY(!item(QStringLiteral("settingsView")));
-    store.setIsShowingSettings(false);
+    store.status().setIsShowingSettings(false);
     view->settle();
     QVERIFY(shown(QStringLiteral("connectView")));
 }
@@ -172,7 +176,7 @@ void TestDashboard::choosingAPeriodCallsSelectPeriod()
     fixture->makeConnectedStore();
     show();
     QVERIFY(click(QStringLiteral("periodPickerSegment1")));
-    QCOMPARE(fixture->store().selectedPeriodProperty(), QStringLiteral("Yesterday"));
+    QCOMPARE(fixture->store().selectedPeriod().rawValue(), QStringLiteral("Yesterday"));
     // selectPeriod refreshes: a request goes out and the cooldown begins.
     QVERIFY(!fixture->store().canSwitchPeriod());
     QVERIFY(view->find(QStringLiteral("periodPickerSegment1"))->property("checked").toBool());
@@ -213,10 +217,10 @@ void TestDashboard::updateBannerOnlyWhileAnUpdateIsAvailable()
     RoyaltiesStore &store = fixture->makeConnectedStore();
     show();
     QVERIFY(!shown(QStringLiteral("updateBanner")));
-    store.setLatestAppVersion(QStringLiteral("1.4.0")); // the same as ours
+    store.updates().setLatestAppVersion(QStringLiteral("1.4.0")); // the same as ours
     view->settle();
     QVERIFY(!shown(QStringLiteral("updateBanner")));
-    store.setLatestAppVersion(QStringLiteral("1.10.0"));
+    store.updates().setLatestAppVersion(QStringLiteral("1.10.0"));
     view->settle();
     QVERIFY(shown(QStringLiteral("updateBanner")));
     QCOMPARE(text(QStringLiteral("updateBannerTitle")), QStringLiteral("Inkwarden 1.10.0 is available"));
@@ -228,7 +232,7 @@ void TestDashboard::updateBannerOnlyWhileAnUpdateIsAvailable()
 void TestDashboard::updateBannerDownloadsWhenNothingIsDownloaded()
 {
     RoyaltiesStore &store = fixture->makeConnectedStore();
-    store.setLatestAppVersion(QStringLiteral("1.5.0"));
+    store.updates().setLatestAppVersion(QStringLiteral("1.5.0"));
     show();
     QVERIFY(click(QStringLiteral("updateActionButton")));
     // downloadLatestUpdate: the installer is fetched, then opened.
@@ -241,9 +245,9 @@ void TestDashboard::updateBannerDownloadsWhenNothingIsDownloaded()
 void TestDashboard::updateBannerOpensAndRevealsADownloadedUpdate()
 {
     RoyaltiesStore &store = fixture->makeConnectedStore();
-    store.setLatestAppVersion(QStringLiteral("1.5.0"));
+    store.updates().setLatestAppVersion(QStringLiteral("1.5.0"));
     const QString installer = fixture->cacheFolder() + QStringLiteral("/Inkwarden-1.5.0.deb");
-    store.setDownloadedUpdateURL(QUrl::fromLocalFile(installer));
+    store.updates().setDownloadedUpdateURL(QUrl::fromLocalFile(installer));
     show();
     QCOMPARE(text(QStringLiteral("updateActionButton")), QStringLiteral("Open installer"));
     QVERIFY(shown(QStringLiteral("revealUpdateButton")));
@@ -258,8 +262,8 @@ void TestDashboard::updateBannerOpensAndRevealsADownloadedUpdate()
 void TestDashboard::updateBannerButtonIsDisabledWhileDownloading()
 {
     RoyaltiesStore &store = fixture->makeConnectedStore();
-    store.setLatestAppVersion(QStringLiteral("1.5.0"));
-    store.setIsDownloadingUpdate(true);
+    store.updates().setLatestAppVersion(QStringLiteral("1.5.0"));
+    store.updates().setIsDownloadingUpdate(true);
     show();
     QVERIFY(!enabled(QStringLiteral("updateActionButton")));
     QCOMPARE(text(QStringLiteral("updateActionButton")), QString(QStringLiteral("Downloading") + QChar(0x2026)));
@@ -268,11 +272,11 @@ void TestDashboard::updateBannerButtonIsDisabledWhileDownloading()
 void TestDashboard::earningsCardShowsTheHighlightedFigure()
 {
     RoyaltiesStore &store = fixture->makeConnectedStore();
-    store.setSummary(sampleSummary());
+    store.session().setSummary(sampleSummary());
     show();
     QCOMPARE(text(QStringLiteral("displayedRoyaltyCaption")), QStringLiteral("GROSS ROYALTIES"));
     QCOMPARE(text(QStringLiteral("highlightedAmount")), QStringLiteral("$1,234.50"));
-    store.setDisplayedRoyalty(DisplayedRoyalty::net);
+    store.settings().setDisplayedRoyalty(DisplayedRoyalty::net);
     view->settle();
     QCOMPARE(text(QStringLiteral("displayedRoyaltyCaption")), QStringLiteral("NET ROYALTIES"));
     QCOMPARE(text(QStringLiteral("highlightedAmount")), QStringLiteral("$1,024.25"));
@@ -282,8 +286,8 @@ void TestDashboard::earningsCardShowsTheHighlightedFigure()
 void TestDashboard::statusCircleIsOrangeWheneverAnErrorIsShownEvenOnline()
 {
     RoyaltiesStore &store = fixture->makeConnectedStore();
-    store.setIsNetworkAvailable(true);
-    store.setErrorMessage(QStringLiteral("The server is having trouble."));
+    store.session().setIsNetworkAvailable(true);
+    store.status().setErrorMessage(QStringLiteral("The server is having trouble."));
     show();
     QCOMPARE(item(QStringLiteral("statusCircle"))->property("colorName").toString(), QStringLiteral("orange"));
 }
@@ -293,7 +297,7 @@ void TestDashboard::statusCircleIsGreenOnlineAndOrangeOffline()
     RoyaltiesStore &store = fixture->makeConnectedStore();
     show();
     QCOMPARE(item(QStringLiteral("statusCircle"))->property("colorName").toString(), QStringLiteral("green"));
-    store.setIsNetworkAvailable(false);
+    store.session().setIsNetworkAvailable(false);
     view->settle();
     QCOMPARE(item(QStringLiteral("statusCircle"))->property("colorName").toString(), QStringLiteral("orange"));
 }
@@ -303,7 +307,7 @@ void TestDashboard::loadingIndicatorFollowsIsLoading()
     RoyaltiesStore &store = fixture->makeConnectedStore();
     show();
     QVERIFY(!shown(QStringLiteral("loadingIndicator")));
-    store.setIsLoading(true);
+    store.session().setIsLoading(true);
     view->settle();
     QVERIFY(shown(QStringLiteral("loadingIndicator")));
 }
@@ -315,8 +319,8 @@ void TestDashboard::statusLinesFollowTheStoreClock()
     QCOMPARE(text(QStringLiteral("lastUpdatedText")), QStringLiteral("Not refreshed yet"));
     QCOMPARE(text(QStringLiteral("nextRefreshText")), QStringLiteral("Automatic refresh not scheduled"));
     const QDateTime now = fixture->clock.now();
-    store.setLastUpdated(now.addSecs(-10));
-    store.setNextRefreshAt(now.addSecs(247));
+    store.session().setLastUpdated(now.addSecs(-10));
+    store.session().setNextRefreshAt(now.addSecs(247));
     view->settle();
     QCOMPARE(text(QStringLiteral("lastUpdatedText")), QStringLiteral("Refreshed 10s ago"));
     QCOMPARE(text(QStringLiteral("nextRefreshText")), QStringLiteral("Next refresh in 04:07"));
@@ -324,7 +328,7 @@ void TestDashboard::statusLinesFollowTheStoreClock()
     view->settle();
     QCOMPARE(text(QStringLiteral("lastUpdatedText")), QStringLiteral("Refreshed 11s ago"));
     QCOMPARE(text(QStringLiteral("nextRefreshText")), QStringLiteral("Next refresh in 04:06"));
-    store.setIsNetworkAvailable(false);
+    store.session().setIsNetworkAvailable(false);
     view->settle();
     QCOMPARE(text(QStringLiteral("nextRefreshText")), QString(QStringLiteral("Waiting for internet") + QChar(0x2026)));
 }
@@ -332,14 +336,14 @@ void TestDashboard::statusLinesFollowTheStoreClock()
 void TestDashboard::amountRollsDownWhenTheFigureWentDown()
 {
     RoyaltiesStore &store = fixture->makeConnectedStore();
-    store.setSummary(sampleSummary());
+    store.session().setSummary(sampleSummary());
     show();
     QQuickItem *amount = item(QStringLiteral("highlightedAmount"));
     QVERIFY(!amount->property("countsDown").toBool());
-    store.setRoyaltyChangeCountsDown(true);
+    store.session().setRoyaltyChangeCountsDown(true);
     RoyaltySummary lower = sampleSummary();
     lower.gross = 99;
-    store.setSummary(lower);
+    store.session().setSummary(lower);
     view->settle();
     QVERIFY(amount->property("countsDown").toBool());
     QCOMPARE(text(QStringLiteral("leavingAmount")), QStringLiteral("$1,234.50"));
@@ -349,7 +353,7 @@ void TestDashboard::amountRollsDownWhenTheFigureWentDown()
 void TestDashboard::financialRowsShowTheThreeFigures()
 {
     RoyaltiesStore &store = fixture->makeConnectedStore();
-    store.setSummary(sampleSummary());
+    store.session().setSummary(sampleSummary());
     show();
     const QStringList titles{QStringLiteral("Gross royalties"), QStringLiteral("Ad spend & expenses"),
                              QStringLiteral("Net royalties")};
@@ -365,10 +369,10 @@ void TestDashboard::financialRowsShowTheThreeFigures()
 void TestDashboard::breakdownFollowsTheUsersOrderWithoutHiddenMetrics()
 {
     RoyaltiesStore &store = fixture->makeConnectedStore();
-    store.setSummary(sampleSummary());
-    store.setSalesMetricOrder({SalesBreakdownMetric::paperbacks, SalesBreakdownMetric::paidEbooks,
-                               SalesBreakdownMetric::kenpReads, SalesBreakdownMetric::hardcovers});
-    store.setHiddenSalesMetrics({SalesBreakdownMetric::hardcovers});
+    store.session().setSummary(sampleSummary());
+    store.settings().setSalesMetricOrder({SalesBreakdownMetric::paperbacks, SalesBreakdownMetric::paidEbooks,
+                                          SalesBreakdownMetric::kenpReads, SalesBreakdownMetric::hardcovers});
+    store.settings().setHiddenSalesMetrics({SalesBreakdownMetric::hardcovers});
     show();
     QQuickItem *rows = item(QStringLiteral("salesBreakdownRows"));
     QStringList shownIds;
@@ -396,7 +400,7 @@ void TestDashboard::breakdownFollowsTheUsersOrderWithoutHiddenMetrics()
 void TestDashboard::preOrdersAndFreeEbooksShowNoRoyalties()
 {
     RoyaltiesStore &store = fixture->makeConnectedStore();
-    store.setSummary(sampleSummary());
+    store.session().setSummary(sampleSummary());
     show();
     QQuickItem *preOrders = item(QStringLiteral("breakdownRow_currentPreOrders"));
     QCOMPARE(text(QStringLiteral("title"), preOrders), QStringLiteral("Upcoming pre-orders"));
@@ -411,7 +415,7 @@ void TestDashboard::preOrdersAndFreeEbooksShowNoRoyalties()
 void TestDashboard::everyMetricHiddenLeavesEmptyCardButHeading()
 {
     RoyaltiesStore &store = fixture->makeConnectedStore();
-    store.setHiddenSalesMetrics(everyMetric());
+    store.settings().setHiddenSalesMetrics(everyMetric());
     show();
     QVERIFY(shown(QStringLiteral("salesBreakdownHeading")));
     QCOMPARE(text(QStringLiteral("salesBreakdownHeading")), QStringLiteral("SALES BREAKDOWN"));
@@ -425,11 +429,11 @@ void TestDashboard::everyMetricHiddenLeavesEmptyCardButHeading()
 void TestDashboard::firstCustomRowHasNoDividerWithoutVisibleMetrics()
 {
     RoyaltiesStore &store = fixture->makeConnectedStore();
-    store.setHiddenSalesMetrics(everyMetric());
+    store.settings().setHiddenSalesMetrics(everyMetric());
     RoyaltySummary summary;
     summary.customFormats.insert(QStringLiteral("Box set"), FormatSalesSummary{3, 12});
     summary.customFormats.insert(QStringLiteral("Comics"), FormatSalesSummary{1, 2});
-    store.setSummary(summary);
+    store.session().setSummary(summary);
     show();
     QVERIFY(!shown(QStringLiteral("divider"), item(QStringLiteral("breakdownRow_custom:Box set"))));
     QVERIFY(shown(QStringLiteral("divider"), item(QStringLiteral("breakdownRow_custom:Comics"))));
@@ -440,10 +444,10 @@ void TestDashboard::firstCustomRowHasDividerBelowAVisibleMetric()
     RoyaltiesStore &store = fixture->makeConnectedStore();
     QSet<SalesBreakdownMetric> hidden = everyMetric();
     hidden.remove(SalesBreakdownMetric::audiobooks);
-    store.setHiddenSalesMetrics(hidden);
+    store.settings().setHiddenSalesMetrics(hidden);
     RoyaltySummary summary;
     summary.customFormats.insert(QStringLiteral("Box set"), FormatSalesSummary{3, 12});
-    store.setSummary(summary);
+    store.session().setSummary(summary);
     show();
     QVERIFY(!shown(QStringLiteral("divider"), item(QStringLiteral("breakdownRow_audiobooks"))));
     QVERIFY(shown(QStringLiteral("divider"), item(QStringLiteral("breakdownRow_custom:Box set"))));
@@ -454,7 +458,7 @@ void TestDashboard::customFormatNamedLikeAMetricIsListedSeparately()
     RoyaltiesStore &store = fixture->makeConnectedStore();
     RoyaltySummary summary = sampleSummary();
     summary.customFormats.insert(QStringLiteral("Paperbacks"), FormatSalesSummary{5, 40});
-    store.setSummary(summary);
+    store.session().setSummary(summary);
     show();
     QQuickItem *fixed = item(QStringLiteral("breakdownRow_paperbacks"));
     QQuickItem *custom = item(QStringLiteral("breakdownRow_custom:Paperbacks"));
@@ -472,12 +476,12 @@ void TestDashboard::customFormatNamedLikeAMetricIsListedSeparately()
 void TestDashboard::customFormatsAreSortedByNameWithUnitCounts()
 {
     RoyaltiesStore &store = fixture->makeConnectedStore();
-    store.setHiddenSalesMetrics(everyMetric());
+    store.settings().setHiddenSalesMetrics(everyMetric());
     RoyaltySummary summary;
     summary.customFormats.insert(QStringLiteral("Zines"), FormatSalesSummary{0, 0});
     summary.customFormats.insert(QStringLiteral("Box set"), FormatSalesSummary{1, 1.5});
     summary.customFormats.insert(QStringLiteral("Large print"), FormatSalesSummary{1234, 3});
-    store.setSummary(summary);
+    store.session().setSummary(summary);
     show();
     const QQuickItem *box = item(QStringLiteral("breakdownRow_custom:Box set"));
     const QQuickItem *large = item(QStringLiteral("breakdownRow_custom:Large print"));
@@ -494,13 +498,13 @@ void TestDashboard::errorBannerShowsTheMessageAsPlainText()
     show();
     QVERIFY(!shown(QStringLiteral("errorBanner")));
     const QString message = QStringLiteral("<b>Server</b> said <a href=\"x\">no</a>");
-    store.setErrorMessage(message);
+    store.status().setErrorMessage(message);
     view->settle();
     QVERIFY(shown(QStringLiteral("errorBanner")));
     QQuickItem *label = item(QStringLiteral("errorMessage"));
     QCOMPARE(ViewHarness::text(label), message);
     QCOMPARE(label->property("textFormat").toInt(), int(Qt::PlainText));
-    store.setErrorMessage(std::nullopt);
+    store.status().setErrorMessage(std::nullopt);
     view->settle();
     QVERIFY(!shown(QStringLiteral("errorBanner")));
 }
@@ -510,7 +514,7 @@ void TestDashboard::refreshIsDisabledWhileASummaryCannotBeRequested()
     RoyaltiesStore &store = fixture->makeConnectedStore();
     show();
     QVERIFY(enabled(QStringLiteral("refreshButton")));
-    store.setIsLoading(true);
+    store.session().setIsLoading(true);
     view->settle();
     QVERIFY(!enabled(QStringLiteral("refreshButton")));
     QVERIFY(enabled(QStringLiteral("openDashboardButton")));
@@ -550,12 +554,12 @@ void TestDashboard::quitButtonQuitsTheApplication()
 void TestDashboard::updatePromptShowsTitleMessageAndButtons()
 {
     RoyaltiesStore &store = fixture->makeConnectedStore();
-    store.setLatestAppVersion(QStringLiteral("1.5.0"));
+    store.updates().setLatestAppVersion(QStringLiteral("1.5.0"));
     show();
     QObject *prompt = view->find(QStringLiteral("updatePrompt"));
     QVERIFY(prompt);
     QVERIFY(!prompt->property("visible").toBool());
-    store.setIsShowingUpdatePrompt(true);
+    store.updates().setIsShowingUpdatePrompt(true);
     view->settle();
     QVERIFY(prompt->property("visible").toBool());
     QCOMPARE(prompt->property("title").toString(), QStringLiteral("Inkwarden 1.5.0 is available"));
@@ -568,8 +572,8 @@ void TestDashboard::updatePromptShowsTitleMessageAndButtons()
 void TestDashboard::updatePromptDownloadCallsDownloadLatestUpdate()
 {
     RoyaltiesStore &store = fixture->makeConnectedStore();
-    store.setLatestAppVersion(QStringLiteral("1.5.0"));
-    store.setIsShowingUpdatePrompt(true);
+    store.updates().setLatestAppVersion(QStringLiteral("1.5.0"));
+    store.updates().setIsShowingUpdatePrompt(true);
     show();
     QTRY_VERIFY(shown(QStringLiteral("updatePromptDownload")));
     QVERIFY(click(QStringLiteral("updatePromptDownload")));
@@ -580,8 +584,8 @@ void TestDashboard::updatePromptDownloadCallsDownloadLatestUpdate()
 void TestDashboard::updatePromptLaterDismisses()
 {
     RoyaltiesStore &store = fixture->makeConnectedStore();
-    store.setLatestAppVersion(QStringLiteral("1.5.0"));
-    store.setIsShowingUpdatePrompt(true);
+    store.updates().setLatestAppVersion(QStringLiteral("1.5.0"));
+    store.updates().setIsShowingUpdatePrompt(true);
     show();
     QTRY_VERIFY(shown(QStringLiteral("updatePromptLater")));
     QVERIFY(click(QStringLiteral("updatePromptLater")));
@@ -656,8 +660,8 @@ void TestDashboard::tabMovesThroughTheControls()
 void TestDashboard::everyControlHasAnAccessibleName()
 {
     RoyaltiesStore &store = fixture->makeConnectedStore();
-    store.setLatestAppVersion(QStringLiteral("1.5.0"));
-    store.setDownloadedUpdateURL(QUrl::fromLocalFile(QStringLiteral("/tmp/Inkwarden-1.5.0.deb")));
+    store.updates().setLatestAppVersion(QStringLiteral("1.5.0"));
+    store.updates().setDownloadedUpdateURL(QUrl::fromLocalFile(QStringLiteral("/tmp/Inkwarden-1.5.0.deb")));
     show();
     QAccessible::setActive(true);
     int controls = 0;

@@ -2,6 +2,10 @@
 // browser, loading figures, loading accounts, downloading an update), hiding the window stops every
 // animation and timer of the views, and showing it again starts them where they belong.
 #include "UiTest.h"
+#include "store/AppUpdates.h"
+#include "store/BrowserSignIn.h"
+#include "store/ConnectionSession.h"
+#include "store/StoreStatus.h"
 
 #include <QElapsedTimer>
 
@@ -65,17 +69,17 @@ private Q_SLOTS:
         QFETCH(QString, state);
         QFETCH(QString, spinner);
         if (state == QLatin1String("authenticating")) {
-            fixture->makeStore().setIsAuthenticating(true);
+            fixture->makeStore().signIn().setIsAuthenticating(true);
         } else {
             RoyaltiesStore &store = fixture->makeConnectedStore();
             if (state == QLatin1String("loading")) {
-                store.setIsLoading(true);
+                store.session().setIsLoading(true);
             } else if (state == QLatin1String("loadingAccounts")) {
-                store.setIsShowingSettings(true);
-                store.setIsLoadingAccounts(true);
+                store.status().setIsShowingSettings(true);
+                store.session().setIsLoadingAccounts(true);
             } else {
-                store.setLatestAppVersion(QStringLiteral("1.5.0"));
-                store.setIsDownloadingUpdate(true);
+                store.updates().setLatestAppVersion(QStringLiteral("1.5.0"));
+                store.updates().setIsDownloadingUpdate(true);
             }
         }
         show();

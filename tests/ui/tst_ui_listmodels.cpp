@@ -2,6 +2,8 @@
 // that change in place while their number stays (so delegates and focus are kept), and a reset when
 // rows come or go. Qt's model tester checks each against the model rules as it changes.
 #include "UiTest.h"
+#include "store/ConnectionSession.h"
+#include "store/StoreSettings.h"
 #include "ui/AccountChoicesModel.h"
 #include "ui/DisplayedRoyaltyChoicesModel.h"
 #include "ui/FinancialRowsModel.h"
@@ -42,7 +44,7 @@ private Q_SLOTS:
     void financialRowsAreTheThreeMoneyFigures()
     {
         RoyaltiesStore &store = m_fixture->store();
-        store.setSummary(summaryWith(100));
+        store.session().setSummary(summaryWith(100));
         FinancialRowsModel model;
         QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
         model.setStore(&store);
@@ -58,7 +60,7 @@ private Q_SLOTS:
         // New figures change the rows in place.
         QSignalSpy changed(&model, &QAbstractItemModel::dataChanged);
         QSignalSpy reset(&model, &QAbstractItemModel::modelReset);
-        store.setSummary(summaryWith(200));
+        store.session().setSummary(summaryWith(200));
         QCOMPARE(reset.size(), 0);
         QVERIFY(!changed.isEmpty());
         QCOMPARE(model.value(0, QStringLiteral("value")), QVariant(store.money(200, false)));
@@ -67,7 +69,7 @@ private Q_SLOTS:
     void salesBreakdownFollowsTheOrderAndCustomFormatsComeAndGo()
     {
         RoyaltiesStore &store = m_fixture->store();
-        store.setSummary(summaryWith(100));
+        store.session().setSummary(summaryWith(100));
         SalesBreakdownModel model;
         QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
         model.setStore(&store);
@@ -80,7 +82,7 @@ private Q_SLOTS:
         QSignalSpy counted(&model, &StoreRowsModel::countChanged);
         RoyaltySummary withCustom = summaryWith(100);
         withCustom.customFormats.insert(QStringLiteral("Large print"), FormatSalesSummary{1, 4.5});
-        store.setSummary(withCustom);
+        store.session().setSummary(withCustom);
         QCOMPARE(counted.size(), 1);
         QCOMPARE(model.count(), visible + 1);
         QCOMPARE(model.value(visible, QStringLiteral("key")), QVariant(QStringLiteral("custom:Large print")));
@@ -124,10 +126,10 @@ private Q_SLOTS:
         QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
         model.setStore(&store);
         QCOMPARE(model.count(), 0);
-        store.setAccounts({PublisherAccount{QStringLiteral("a1"), QStringLiteral("ann@example.com"),
-                                            QStringLiteral("Ann's Books"), QStringLiteral("owner")},
-                           PublisherAccount{QStringLiteral("b2"), QStringLiteral("bob@example.com"), std::nullopt,
-                                            QStringLiteral("viewer")}});
+        store.session().setAccounts({PublisherAccount{QStringLiteral("a1"), QStringLiteral("ann@example.com"),
+                                                      QStringLiteral("Ann's Books"), QStringLiteral("owner")},
+                                     PublisherAccount{QStringLiteral("b2"), QStringLiteral("bob@example.com"),
+                                                      std::nullopt, QStringLiteral("viewer")}});
         QCOMPARE(model.count(), 2);
         QCOMPARE(model.value(0, QStringLiteral("accountID")), QVariant(QStringLiteral("a1")));
         QCOMPARE(model.value(0, QStringLiteral("text")), QVariant(QStringLiteral("Ann's Books")));
@@ -170,7 +172,7 @@ private Q_SLOTS:
         QCOMPARE(model.value(0, QStringLiteral("value")), QVariant(QStringLiteral("Gross royalties")));
         QCOMPARE(model.value(1, QStringLiteral("title")), QVariant(QStringLiteral("Net royalties")));
         QCOMPARE(model.value(0, QStringLiteral("isCurrent")), QVariant(true));
-        store.setDisplayedRoyalty(DisplayedRoyalty::net);
+        store.settings().setDisplayedRoyalty(DisplayedRoyalty::net);
         QCOMPARE(model.value(1, QStringLiteral("isCurrent")), QVariant(true));
         QCOMPARE(model.value(0, QStringLiteral("isCurrent")), QVariant(false));
     }

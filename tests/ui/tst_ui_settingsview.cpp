@@ -1,4 +1,9 @@
 #include "UiTest.h"
+#include "store/AppUpdates.h"
+#include "store/ConnectionSession.h"
+#include "store/OpenAtLogin.h"
+#include "store/StoreSettings.h"
+#include "store/StoreStatus.h"
 
 #include <QSignalSpy>
 
@@ -12,6 +17,20 @@ PublisherAccount account(const QString &id, const QString &email, std::optional<
 QString ellipsis(const char *text)
 {
     return QString::fromUtf8(text) + QChar(0x2026);
+}
+
+} // namespace
+
+namespace {
+
+// The metrics' order as the settings file holds it.
+QStringList rawOrder(const RoyaltiesStore &store)
+{
+    QStringList order;
+    for (const SalesBreakdownMetric metric : store.salesMetricOrder()) {
+        order.append(metric.rawValue());
+    }
+    return order;
 }
 
 } // namespace
@@ -64,7 +83,7 @@ private:
     RoyaltiesStore &connectedStore()
     {
         RoyaltiesStore &store = fixture->makeConnectedStore();
-        store.setIsShowingSettings(true);
+        store.status().setIsShowingSettings(true);
         return store;
     }
     QQuickItem *metricRow(int position) { return item(QStringLiteral("metricSetting%1").arg(position)); }
@@ -116,7 +135,7 @@ void TestSettingsView::backButtonOnlyHidesTheSettings()
 {
     RoyaltiesStore &store = connectedStore();
     show();
-    store.setServerURL(QStringLiteral("http://edited"));
+    store.settings().setServerURL(QStringLiteral("http://edited"));
     QVERIFY(click(QStringLiteral("backButton")));
     QVERIFY(!store.isShowingSettings());
     QVERIFY(shown(QStringLiteral("dashboardView")));
@@ -128,7 +147,7 @@ void TestSettingsView::backButtonOnlyHidesTheSettings()
 void TestSettingsView::fieldsWriteIntoTheStoreAtEveryKeystroke()
 {
     RoyaltiesStore &store = connectedStore();
-    store.setApiKey(QString());
+    store.session().setApiKey(QString());
     show();
     view->typeInto(item(QStringLiteral("apiKeyInput")), QStringLiteral("ab"));
     QCOMPARE(store.apiKey(), QStringLiteral("ab"));
@@ -138,9 +157,9 @@ void TestSettingsView::fieldsWriteIntoTheStoreAtEveryKeystroke()
 void TestSettingsView::loadingAccountsShowsSpinnerEvenWithAccounts()
 {
     RoyaltiesStore &store = connectedStore();
-    store.setAccounts({account(QStringLiteral("a1"), QStringLiteral("a@x"), QStringLiteral("A")),
-                       account(QStringLiteral("a2"), QStringLiteral("b@x"), std::nullopt)});
-    store.setIsLoadingAccounts(true);
+    store.session().setAccounts({account(QStringLiteral("a1"), QStringLiteral("a@x"), QStringLiteral("A")),
+                                 account(QStringLiteral("a2"), QStringLiteral("b@x"), std::nullopt)});
+    store.session().setIsLoadingAccounts(true);
     show();
     QVERIFY(shown(QStringLiteral("accountLoading")));
     QVERIFY(!shown(QStringLiteral("accountPicker")));
@@ -176,7 +195,7 @@ void TestSettingsView::reloadAccountsCallsLoadAccounts()
 void TestSettingsView::oneAccountShowsItsNameAsPlainText()
 {
     RoyaltiesStore &store = connectedStore();
-    store.setAccounts({account(QStringLiteral("a1"), QStringLiteral("<i>a@x</i>"), std::nullopt)});
+    store.session().setAccounts({account(QStringLiteral("a1"), QStringLiteral("<i>a@x</i>"), std::nullopt)});
     show();
     QVERIFY(shown(QStringLiteral("singleAccountName")));
     QCOMPARE(text(QStringLiteral("singleAccountName")), QStringLiteral("<i>a@x</i>"));
@@ -189,9 +208,9 @@ void TestSettingsView::oneAccountShowsItsNameAsPlainText()
 void TestSettingsView::twoAccountsShowAPickerThatSetsTheAccount()
 {
     RoyaltiesStore &store = connectedStore();
-    store.setAccounts({account(QStringLiteral("a1"), QStringLiteral("a@x"), QStringLiteral("Alpha Press")),
-                       account(QStringLiteral("a2"), QStringLiteral("b@x"), std::nullopt)});
-    store.setAccountID(QStringLiteral("a2"));
+    store.session().setAccounts({account(QStringLiteral("a1"), QStringLiteral("a@x"), QStringLiteral("Alpha Press")),
+                                 account(QStringLiteral("a2"), QStringLiteral("b@x"), std::nullopt)});
+    store.settings().setAccountID(QStringLiteral("a2"));
     show();
     QQuickItem *picker = item(QStringLiteral("accountPicker"));
     QVERIFY(ViewHarness::isShown(picker));
@@ -215,14 +234,14 @@ void TestSettingsView::displayedRoyaltyPickerWritesTheStore()
     QCOMPARE(text(QStringLiteral("displayedRoyaltyPickerSegment1")), QStringLiteral("Net royalties"));
     QVERIFY(view->find(QStringLiteral("displayedRoyaltyPickerSegment0"))->property("checked").toBool());
     QVERIFY(click(QStringLiteral("displayedRoyaltyPickerSegment1")));
-    QCOMPARE(store.displayedRoyaltyProperty(), QStringLiteral("Net royalties"));
+    QCOMPARE(store.displayedRoyalty().rawValue(), QStringLiteral("Net royalties"));
     QVERIFY(view->find(QStringLiteral("displayedRoyaltyPickerSegment1"))->property("checked").toBool());
 }
 
 void TestSettingsView::refreshIntervalPickerOffersTheFourIntervals()
 {
     RoyaltiesStore &store = connectedStore();
-    store.setRefreshMinutes(120);
+    store.settings().setRefreshMinutes(120);
     show();
     QQuickItem *picker = item(QStringLiteral("refreshIntervalPicker"));
     QCOMPARE(picker->property("count").toInt(), 4);
@@ -242,7 +261,7 @@ void TestSettingsView::refreshIntervalPickerOffersTheFourIntervals()
 void TestSettingsView::metricListShowsEveryMetricInOrder()
 {
     RoyaltiesStore &store = connectedStore();
-    store.setHiddenSalesMetrics({SalesBreakdownMetric::hardcovers});
+    store.settings().setHiddenSalesMetrics({SalesBreakdownMetric::hardcovers});
     show();
     const QStringList titles{QStringLiteral("Paid ebooks"),
                              QStringLiteral("Paperbacks"),
@@ -270,7 +289,7 @@ void TestSettingsView::metricListShowsEveryMetricInOrder()
 void TestSettingsView::oneMetricInOrderDisablesBothMoveButtonsAndNoDivider()
 {
     RoyaltiesStore &store = connectedStore();
-    store.setSalesMetricOrder({SalesBreakdownMetric::audiobooks});
+    store.settings().setSalesMetricOrder({SalesBreakdownMetric::audiobooks});
     show();
     QQuickItem *row = metricRow(0);
     QVERIFY(ViewHarness::isShown(row));
@@ -285,14 +304,12 @@ void TestSettingsView::moveButtonsCallMoveSalesMetric()
     RoyaltiesStore &store = connectedStore();
     show();
     QVERIFY(click(QStringLiteral("moveDownButton"), metricRow(0)));
-    QCOMPARE(store.salesMetricOrderProperty().mid(0, 2),
-             (QStringList{QStringLiteral("paperbacks"), QStringLiteral("paidEbooks")}));
+    QCOMPARE(rawOrder(store).mid(0, 2), (QStringList{QStringLiteral("paperbacks"), QStringLiteral("paidEbooks")}));
     QCOMPARE(text(QStringLiteral("metricToggle"), metricRow(0)), QStringLiteral("Paperbacks"));
     QVERIFY(click(QStringLiteral("moveUpButton"), metricRow(2)));
-    QCOMPARE(store.salesMetricOrderProperty().mid(1, 2),
-             (QStringList{QStringLiteral("hardcovers"), QStringLiteral("paidEbooks")}));
+    QCOMPARE(rawOrder(store).mid(1, 2), (QStringList{QStringLiteral("hardcovers"), QStringLiteral("paidEbooks")}));
     QCOMPARE(fixture->preferences().stringList(QStringLiteral("salesMetricOrder")).value_or(QStringList()),
-             store.salesMetricOrderProperty());
+             rawOrder(store));
 }
 
 void TestSettingsView::uncheckingEveryMetricLeavesAllRowsVisibleAndUnchecked()
@@ -316,10 +333,10 @@ void TestSettingsView::uncheckingEveryMetricLeavesAllRowsVisibleAndUnchecked()
 void TestSettingsView::movingWorksOnHiddenRows()
 {
     RoyaltiesStore &store = connectedStore();
-    store.setHiddenSalesMetrics({SalesBreakdownMetric::paidEbooks});
+    store.settings().setHiddenSalesMetrics({SalesBreakdownMetric::paidEbooks});
     show();
     QVERIFY(click(QStringLiteral("moveDownButton"), metricRow(0)));
-    QCOMPARE(store.salesMetricOrderProperty().at(1), QStringLiteral("paidEbooks"));
+    QCOMPARE(rawOrder(store).at(1), QStringLiteral("paidEbooks"));
     QVERIFY(!item(QStringLiteral("metricToggle"), metricRow(1))->property("checked").toBool());
 }
 
@@ -353,7 +370,7 @@ void TestSettingsView::approvalRequiredChangesHintAndShowsNoticeWhateverTheSwitc
     QCOMPARE(field->property("hint").toString(),
              QStringLiteral("Launch Inkwarden after you sign in to or restart your computer"));
     QVERIFY(!shown(QStringLiteral("approvalNotice")));
-    store.setLaunchAtLoginRequiresApproval(true);
+    store.login().setLaunchAtLoginRequiresApproval(true);
     view->settle();
     QCOMPARE(field->property("hint").toString(),
              QStringLiteral("Approval is required in your system's autostart settings"));
@@ -369,7 +386,7 @@ void TestSettingsView::approvalRequiredChangesHintAndShowsNoticeWhateverTheSwitc
 void TestSettingsView::openAutostartSettingsButtonOpensThem()
 {
     RoyaltiesStore &store = connectedStore();
-    store.setLaunchAtLoginRequiresApproval(true);
+    store.login().setLaunchAtLoginRequiresApproval(true);
     show();
     QVERIFY(click(QStringLiteral("openLoginItemsSettingsButton")));
     QCOMPARE(fixture->desktop.loginItemsSettingsOpened, 1);
@@ -397,7 +414,7 @@ QString TestSettingsView::versionStatusColorName() const
 void TestSettingsView::upToDateShowsGreenLine()
 {
     RoyaltiesStore &store = connectedStore();
-    store.setLatestAppVersion(QStringLiteral("1.4.0"));
+    store.updates().setLatestAppVersion(QStringLiteral("1.4.0"));
     show();
     QCOMPARE(text(QStringLiteral("versionStatus")),
              QString(QStringLiteral("You") + QChar(0x2019) + QStringLiteral("re up to date")));
@@ -414,7 +431,7 @@ void TestSettingsView::checkForUpdatesCallsCheckAndReadsChecking()
     QTRY_VERIFY(store.latestAppVersion().has_value());
     QVERIFY(shown(QStringLiteral("versionStatus")));
     QVERIFY(enabled(QStringLiteral("checkForUpdatesButton")));
-    store.setIsCheckingForUpdates(true);
+    store.updates().setIsCheckingForUpdates(true);
     view->settle();
     QCOMPARE(text(QStringLiteral("checkForUpdatesButton")), ellipsis("Checking"));
     QVERIFY(!enabled(QStringLiteral("checkForUpdatesButton")));
@@ -423,8 +440,8 @@ void TestSettingsView::checkForUpdatesCallsCheckAndReadsChecking()
 void TestSettingsView::downloadRunningDisablesCheckAndInstall()
 {
     RoyaltiesStore &store = connectedStore();
-    store.setLatestAppVersion(QStringLiteral("1.5.0"));
-    store.setIsDownloadingUpdate(true);
+    store.updates().setLatestAppVersion(QStringLiteral("1.5.0"));
+    store.updates().setIsDownloadingUpdate(true);
     show();
     QVERIFY(!enabled(QStringLiteral("checkForUpdatesButton")));
     QVERIFY(!enabled(QStringLiteral("installUpdateButton")));
@@ -436,7 +453,7 @@ void TestSettingsView::downloadRunningDisablesCheckAndInstall()
 void TestSettingsView::updateAvailableNotDownloadedInstallDownloadsAndNoShowInFiles()
 {
     RoyaltiesStore &store = connectedStore();
-    store.setLatestAppVersion(QStringLiteral("1.5.0"));
+    store.updates().setLatestAppVersion(QStringLiteral("1.5.0"));
     show();
     QCOMPARE(text(QStringLiteral("installUpdateButton")), QStringLiteral("Install update"));
     QVERIFY(!shown(QStringLiteral("revealUpdateButton")));
@@ -450,9 +467,9 @@ void TestSettingsView::updateAvailableNotDownloadedInstallDownloadsAndNoShowInFi
 void TestSettingsView::downloadedUpdateOpensAndShowsInFiles()
 {
     RoyaltiesStore &store = connectedStore();
-    store.setLatestAppVersion(QStringLiteral("1.5.0"));
+    store.updates().setLatestAppVersion(QStringLiteral("1.5.0"));
     const QString installer = fixture->cacheFolder() + QStringLiteral("/Inkwarden-1.5.0.deb");
-    store.setDownloadedUpdateURL(QUrl::fromLocalFile(installer));
+    store.updates().setDownloadedUpdateURL(QUrl::fromLocalFile(installer));
     show();
     QVERIFY(shown(QStringLiteral("revealUpdateButton")));
     QCOMPARE(text(QStringLiteral("revealUpdateButton")), QStringLiteral("Show in Files"));
@@ -465,7 +482,7 @@ void TestSettingsView::downloadedUpdateOpensAndShowsInFiles()
 void TestSettingsView::updateStatusMessageShowsUnderTheRow()
 {
     RoyaltiesStore &store = connectedStore();
-    store.setUpdateStatusMessage(QStringLiteral("Opening the installer") + QChar(0x2026));
+    store.updates().setUpdateStatusMessage(QStringLiteral("Opening the installer") + QChar(0x2026));
     show();
     QVERIFY(shown(QStringLiteral("updateStatusMessage")));
     QCOMPARE(text(QStringLiteral("updateStatusMessage")), ellipsis("Opening the installer"));
@@ -478,7 +495,7 @@ void TestSettingsView::errorBannerShowsTheMessage()
     RoyaltiesStore &store = connectedStore();
     show();
     QVERIFY(!shown(QStringLiteral("errorBanner")));
-    store.setErrorMessage(QStringLiteral("Update check failed: nope"));
+    store.status().setErrorMessage(QStringLiteral("Update check failed: nope"));
     view->settle();
     QVERIFY(shown(QStringLiteral("errorBanner")));
     QVERIFY(item(QStringLiteral("errorBanner"))->mapToScene({0, 0}).y()
