@@ -104,8 +104,9 @@ void SoakRun::setUp()
 
 void SoakRun::makeStore()
 {
-    m_store = std::make_unique<RoyaltiesStore>(StoreEnvironment{
-        m_clock, m_secrets, *m_preferences, m_reachability, m_desktop, m_loginItems, m_network, m_appInfo, m_locale});
+    m_store = std::make_unique<RoyaltiesStore>(StoreEnvironment{m_clock, m_secrets, *m_preferences, m_reachability,
+                                                                m_desktop, m_loginItems, m_notifications, m_network,
+                                                                m_appInfo, m_locale});
     RoyaltiesStore *store = m_store.get();
     QObject::connect(store, &RoyaltiesStore::lastUpdatedChanged, this, [this, store] {
         if (store->lastUpdated()) {

@@ -134,6 +134,7 @@ private:
     FakeReachability m_reachability;
     FakeDesktopServices m_desktop;
     FakeLoginItems m_loginItems;
+    RecordedNotifications m_notifications;
     SoakNetwork m_network;
     std::unique_ptr<DevServer> m_server;
     QTemporaryDir m_settingsFolder;

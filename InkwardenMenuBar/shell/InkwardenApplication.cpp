@@ -2,6 +2,7 @@
 
 #include "AppDelegate.h"
 #include "LoadedPopover.h"
+#include "platform/FreedesktopNotifications.h"
 #include "platform/KeychainStore.h"
 #include "platform/LinuxDesktopServices.h"
 #include "platform/QtNetworkReachability.h"
@@ -26,8 +27,9 @@ struct InkwardenApplication::Parts {
     QtNetworkReachability reachability;
     LinuxDesktopServices desktop;
     XdgAutostart autostart;
-    RoyaltiesStore store{
-        StoreEnvironment{clock, keyring, preferences, reachability, desktop, autostart, network, appInfo}};
+    FreedesktopNotifications notifications;
+    RoyaltiesStore store{StoreEnvironment{clock, keyring, preferences, reachability, desktop, autostart, notifications,
+                                          network, appInfo}};
     StatusItemSelector statusItem;
     LoadedPopover popover{store};
     AppDelegate delegate{store, statusItem, popover, preferences, clock, appInfo};
@@ -49,6 +51,9 @@ InkwardenApplication::InkwardenApplication()
 {
     QObject::connect(&m_parts->delegate, &AppDelegate::quitRequested, this, &InkwardenApplication::quitRequested);
     QObject::connect(&m_parts->delegate, &AppDelegate::panelStatusChanged, &m_parts->status, &StatusService::setStatus);
+    // A click on a new-royalty notification opens the popover.
+    QObject::connect(&m_parts->notifications, &DesktopNotifications::activated, &m_parts->delegate,
+                     [this] { m_parts->delegate.showPopover(); });
 }
 
 InkwardenApplication::~InkwardenApplication() = default;

@@ -27,6 +27,12 @@ QString noInternetMessage()
     return QStringLiteral(u"No internet connection. Inkwarden will refresh automatically when it returns.");
 }
 
+// What stands for an amount while the amounts are hidden.
+QString hiddenAmount()
+{
+    return QStringLiteral(u"\u2022\u2022\u2022");
+}
+
 QString noAccountsMessage()
 {
     return QStringLiteral("This API key does not have access to any accounts.");
@@ -47,6 +53,7 @@ ConnectionSession::ConnectionSession(Environment environment, QObject *parent)
             readStoredKey();
         }
     });
+    QObject::connect(&m_environment.settings, &StoreSettings::hideAmountsChanged, this, &ConnectionSession::retitle);
     readStoredKey();
 }
 
@@ -146,13 +153,32 @@ double ConnectionSession::highlightedRoyalty() const
 
 QString ConnectionSession::money(double value, bool compact) const
 {
-    return m_moneyFormatter.money(value, m_summary.currency, compact);
+    return money(value, m_summary.currency, compact);
+}
+
+QString ConnectionSession::money(double value, const QString &currencyCode, bool compact) const
+{
+    if (m_environment.settings.hideAmounts()) {
+        return m_moneyFormatter.currencySymbol(currencyCode) + hiddenAmount();
+    }
+    return m_moneyFormatter.money(value, currencyCode, compact);
 }
 
 std::optional<MenuBarMoneyParts> ConnectionSession::menuBarMoneyParts() const
 {
-    return m_moneyFormatter.menuBarMoneyParts(m_summary, m_environment.settings.displayedRoyalty(),
-                                              m_lastUpdated.has_value());
+    std::optional<MenuBarMoneyParts> parts = m_moneyFormatter.menuBarMoneyParts(
+        m_summary, m_environment.settings.displayedRoyalty(), m_lastUpdated.has_value());
+    if (parts && m_environment.settings.hideAmounts()) {
+        parts->amount = hiddenAmount();
+    }
+    return parts;
+}
+
+void ConnectionSession::retitle()
+{
+    if (m_lastUpdated && m_menuBarTitle != placeholderTitle() && m_menuBarTitle != failedTitle()) {
+        setMenuBarTitle(money(highlightedRoyalty(), true));
+    }
 }
 
 void ConnectionSession::replaceConnection()
@@ -343,6 +369,7 @@ QCoro::Task<> ConnectionSession::performRefresh(RoyaltyPeriod period)
         setMenuBarTitle(money(highlightedRoyalty(), true));
         setIsLoading(false);
         scheduleNextRefresh();
+        Q_EMIT figuresRefreshed(accountID, period);
         co_return;
     }
 

@@ -85,7 +85,9 @@ public:
 
     bool canRequestSummary() const;
     double highlightedRoyalty() const;
+    // In the currency of the figures shown; a mask while the amounts are hidden.
     QString money(double value, bool compact) const;
+    QString money(double value, const QString &currencyCode, bool compact) const;
     std::optional<MenuBarMoneyParts> menuBarMoneyParts() const;
 
     void start();
@@ -118,6 +120,8 @@ Q_SIGNALS:
     void canRequestSummaryChanged();
     // Started without a key: the user signs in in the browser.
     void signInWanted();
+    // A refresh has brought the figures of `accountID` and `period`; they are `summary()` now.
+    void figuresRefreshed(const QString &accountID, RoyaltyPeriod period);
 
 private:
     void setRequestCooldownRemaining(qint64 value);
@@ -133,6 +137,8 @@ private:
     void adoptAccounts(const AccountsResponse &response);
     // A new connection: the answers to the requests of the one before are not wanted any more.
     void replaceConnection();
+    // The title again after the amounts were hidden or shown, if it shows a figure.
+    void retitle();
 
     QCoro::Task<> performRefresh(RoyaltyPeriod period);
     QCoro::Task<> performConnect(QString key);

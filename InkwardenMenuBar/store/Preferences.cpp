@@ -87,6 +87,23 @@ void Preferences::setString(const QString &key, const QString &value)
     write(key, value);
 }
 
+std::optional<bool> Preferences::boolean(const QString &key) const
+{
+    const std::optional<QString> text = string(key);
+    if (text == u"true") {
+        return true;
+    }
+    if (text == u"false") {
+        return false;
+    }
+    return std::nullopt;
+}
+
+void Preferences::setBoolean(const QString &key, bool value)
+{
+    write(key, value ? QStringLiteral("true") : QStringLiteral("false"));
+}
+
 void Preferences::setInteger(const QString &key, qint64 value)
 {
     write(key, QString::number(value));

@@ -24,11 +24,14 @@ public:
     bool contains(const QString &key) const { return m_settings.contains(key); }
     std::optional<QString> string(const QString &key) const;
     std::optional<qint64> integer(const QString &key) const;
+    // "true" or "false"; anything else reads as absent.
+    std::optional<bool> boolean(const QString &key) const;
     std::optional<QStringList> stringList(const QString &key) const;
     std::optional<QDateTime> date(const QString &key) const;
 
     void setString(const QString &key, const QString &value);
     void setInteger(const QString &key, qint64 value);
+    void setBoolean(const QString &key, bool value);
     void setStringList(const QString &key, const QStringList &value);
     void setDate(const QString &key, const QDateTime &value);
     void remove(const QString &key);

@@ -6,6 +6,7 @@
 #include "OpenAtLogin.h"
 #include "PlatformTexts.h"
 #include "Preferences.h"
+#include "RoyaltyAlerts.h"
 #include "ServerPages.h"
 #include "StoreSettings.h"
 #include "StoreStatus.h"
@@ -53,12 +54,17 @@ RoyaltiesStore::RoyaltiesStore(StoreEnvironment environment, QObject *parent)
     m_signIn = std::make_unique<BrowserSignIn>(BrowserSignIn::Environment{
         m_service, m_environment.secrets, m_environment.desktop, *m_settings, *m_status, *m_session});
     QObject::connect(m_session.get(), &ConnectionSession::signInWanted, m_signIn.get(), &BrowserSignIn::begin);
+    m_alerts = std::make_unique<RoyaltyAlerts>(RoyaltyAlerts::Environment{
+        m_environment.clock, m_environment.preferences, m_environment.notifications, *m_session, *m_settings});
+    QObject::connect(m_session.get(), &ConnectionSession::figuresRefreshed, m_alerts.get(),
+                     &RoyaltyAlerts::figuresRefreshed);
     forwardSignals();
 }
 
 // The parts go first (the sign-in and the session wait on the service), the service after them.
 RoyaltiesStore::~RoyaltiesStore()
 {
+    m_alerts.reset();
     m_signIn.reset();
     m_session.reset();
     m_updates.reset();
@@ -77,6 +83,7 @@ void RoyaltiesStore::forwardSignals()
     forward(settings, &StoreSettings::displayedRoyaltyChanged, &RoyaltiesStore::displayedRoyaltyChanged);
     forward(settings, &StoreSettings::salesMetricOrderChanged, &RoyaltiesStore::salesMetricOrderChanged);
     forward(settings, &StoreSettings::hiddenSalesMetricsChanged, &RoyaltiesStore::hiddenSalesMetricsChanged);
+    forward(settings, &StoreSettings::hideAmountsChanged, &RoyaltiesStore::hideAmountsChanged);
     const ConnectionSession *session = m_session.get();
     forward(session, &ConnectionSession::apiKeyChanged, &RoyaltiesStore::apiKeyChanged);
     forward(session, &ConnectionSession::accountsChanged, &RoyaltiesStore::accountsChanged);
@@ -239,6 +246,16 @@ const std::optional<QString> &RoyaltiesStore::updateStatusMessage() const
 {
     return m_updates->updateStatusMessage();
 }
+bool RoyaltiesStore::hideAmounts() const
+{
+    return m_settings->hideAmounts();
+}
+
+void RoyaltiesStore::setHideAmounts(bool value)
+{
+    m_settings->setHideAmounts(value);
+}
+
 bool RoyaltiesStore::isWaitingForKeyring() const
 {
     return m_session->isWaitingForKeyring();

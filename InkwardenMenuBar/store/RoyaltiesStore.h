@@ -1,5 +1,6 @@
 #pragma once
 
+#include "RoyaltyAlerts.h"
 #include "StoreEnvironment.h"
 #include "model/DisplayedRoyalty.h"
 #include "model/MoneyFormatter.h"
@@ -64,6 +65,8 @@ class RoyaltiesStore : public QObject
     Q_PROPERTY(QVariant updateStatusMessage READ updateStatusMessageVariant NOTIFY updateStatusMessageChanged)
     Q_PROPERTY(bool canSwitchPeriod READ canSwitchPeriod NOTIFY canRequestSummaryChanged)
     Q_PROPERTY(bool canRequestSummary READ canRequestSummary NOTIFY canRequestSummaryChanged)
+    Q_PROPERTY(bool hideAmounts READ hideAmounts WRITE setHideAmounts NOTIFY hideAmountsChanged)
+    Q_PROPERTY(RoyaltyAlerts *alerts READ alertsObject CONSTANT)
 
 public:
     static QString placeholderTitle();
@@ -80,6 +83,7 @@ public:
     BrowserSignIn &signIn() const { return *m_signIn; }
     AppUpdates &updates() const { return *m_updates; }
     OpenAtLogin &login() const { return *m_login; }
+    RoyaltyAlerts &alerts() const { return *m_alerts; }
     const QLocale &locale() const { return m_environment.locale; }
     Clock &clock() const { return m_environment.clock; }
 
@@ -114,6 +118,8 @@ public:
     const std::optional<QUrl> &downloadedUpdateURL() const;
     const std::optional<QString> &updateStatusMessage() const;
     bool isWaitingForKeyring() const;
+    bool hideAmounts() const;
+    void setHideAmounts(bool value);
 
     bool canSwitchPeriod() const { return canRequestSummary(); }
     bool canRequestSummary() const;
@@ -192,6 +198,7 @@ Q_SIGNALS:
     void downloadedUpdateURLChanged();
     void updateStatusMessageChanged();
     void canRequestSummaryChanged();
+    void hideAmountsChanged();
 
 private:
     // What the views write: the fields of the connect and settings pages, and the popover's pages.
@@ -209,6 +216,7 @@ private:
     QVariant lastUpdatedVariant() const;
     QVariant latestAppVersionVariant() const;
     QVariant updateStatusMessageVariant() const;
+    RoyaltyAlerts *alertsObject() const { return m_alerts.get(); }
     void forwardSignals();
 
     StoreEnvironment m_environment;
@@ -219,4 +227,5 @@ private:
     std::unique_ptr<AppUpdates> m_updates;
     std::unique_ptr<ConnectionSession> m_session;
     std::unique_ptr<BrowserSignIn> m_signIn;
+    std::unique_ptr<RoyaltyAlerts> m_alerts;
 };

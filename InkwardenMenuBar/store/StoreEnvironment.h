@@ -7,6 +7,7 @@
 #include <QString>
 
 class Clock;
+class DesktopNotifications;
 class DesktopServices;
 class LoginItemService;
 class NetworkReachability;
@@ -23,6 +24,7 @@ struct StoreEnvironment {
     NetworkReachability &reachability;
     DesktopServices &desktop;
     LoginItemService &loginItems;
+    DesktopNotifications &notifications;
     QNetworkAccessManager &network;
     AppInfo appInfo;
     QLocale locale = MoneyFormatter::userLocale();

@@ -65,6 +65,7 @@ StoreSettings::StoreSettings(Preferences &preferences, const QString &defaultSer
         salesMetricOrderFrom(preferences.stringList(SettingsKeys::salesMetricOrder).value_or(QStringList()));
     m_hiddenSalesMetrics =
         hiddenSalesMetricsFrom(preferences.stringList(SettingsKeys::hiddenSalesMetrics).value_or(QStringList()));
+    m_hideAmounts = preferences.boolean(SettingsKeys::hideAmounts).value_or(false);
 }
 
 QList<SalesBreakdownMetric> StoreSettings::visibleSalesMetrics() const
@@ -119,6 +120,13 @@ void StoreSettings::setHiddenSalesMetrics(QSet<SalesBreakdownMetric> value)
 {
     m_hiddenSalesMetrics = std::move(value);
     Q_EMIT hiddenSalesMetricsChanged();
+}
+
+void StoreSettings::setHideAmounts(bool value)
+{
+    m_hideAmounts = value;
+    m_preferences.setBoolean(SettingsKeys::hideAmounts, value);
+    Q_EMIT hideAmountsChanged();
 }
 
 void StoreSettings::moveSalesMetric(SalesBreakdownMetric metric, qint64 offset)

@@ -35,6 +35,8 @@ public:
     const QSet<SalesBreakdownMetric> &hiddenSalesMetrics() const { return m_hiddenSalesMetrics; }
     // The order without the hidden metrics.
     QList<SalesBreakdownMetric> visibleSalesMetrics() const;
+    // Every money figure shows as a mask ("$•••"), for a screen that others see.
+    bool hideAmounts() const { return m_hideAmounts; }
 
     // What the user types or picks; nothing is written until persist().
     void setServerURL(QString value);
@@ -45,6 +47,7 @@ public:
     void selectPeriod(RoyaltyPeriod value);
     void setSalesMetricOrder(QList<SalesBreakdownMetric> value);
     void setHiddenSalesMetrics(QSet<SalesBreakdownMetric> value);
+    void setHideAmounts(bool value);
     // Swaps a metric with the one `offset` places away; nothing when either place is outside.
     void moveSalesMetric(SalesBreakdownMetric metric, qint64 offset);
     void setSalesMetricHidden(SalesBreakdownMetric metric, bool hidden);
@@ -78,6 +81,7 @@ Q_SIGNALS:
     void displayedRoyaltyChanged();
     void salesMetricOrderChanged();
     void hiddenSalesMetricsChanged();
+    void hideAmountsChanged();
 
 private:
     Preferences &m_preferences;
@@ -88,4 +92,5 @@ private:
     DisplayedRoyalty m_displayedRoyalty{DisplayedRoyalty::gross};
     QList<SalesBreakdownMetric> m_salesMetricOrder;
     QSet<SalesBreakdownMetric> m_hiddenSalesMetrics;
+    bool m_hideAmounts = false;
 };

@@ -5,7 +5,8 @@
 DashboardViewModel::DashboardViewModel(QObject *parent)
     : StoreViewModel({&RoyaltiesStore::requestCooldownRemainingChanged, &RoyaltiesStore::errorMessageChanged,
                       &RoyaltiesStore::isNetworkAvailableChanged, &RoyaltiesStore::displayedRoyaltyChanged,
-                      &RoyaltiesStore::summaryChanged, &RoyaltiesStore::latestAppVersionChanged},
+                      &RoyaltiesStore::summaryChanged, &RoyaltiesStore::latestAppVersionChanged,
+                      &RoyaltiesStore::hideAmountsChanged},
                      parent)
 {}
 

@@ -8,7 +8,9 @@ FinancialRowsModel::FinancialRowsModel(QObject *parent)
 
 void FinancialRowsModel::watch(RoyaltiesStore &store)
 {
-    QObject::connect(&store, &RoyaltiesStore::summaryChanged, this, &FinancialRowsModel::refresh);
+    for (const auto signal : {&RoyaltiesStore::summaryChanged, &RoyaltiesStore::hideAmountsChanged}) {
+        QObject::connect(&store, signal, this, &FinancialRowsModel::refresh);
+    }
 }
 
 QList<QVariantList> FinancialRowsModel::makeRows(const RoyaltiesStore &store) const

@@ -20,7 +20,7 @@ SalesBreakdownModel::SalesBreakdownModel(QObject *parent)
 void SalesBreakdownModel::watch(RoyaltiesStore &store)
 {
     for (const auto signal : {&RoyaltiesStore::summaryChanged, &RoyaltiesStore::salesMetricOrderChanged,
-                              &RoyaltiesStore::hiddenSalesMetricsChanged}) {
+                              &RoyaltiesStore::hiddenSalesMetricsChanged, &RoyaltiesStore::hideAmountsChanged}) {
         QObject::connect(&store, signal, this, &SalesBreakdownModel::refresh);
     }
 }

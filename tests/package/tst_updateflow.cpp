@@ -176,10 +176,11 @@ void TestUpdateFlow::updateIsPromptedOnceDownloadedOpenedAndRevealed()
     VirtualClock clock;
     FakeReachability reachability;
     FakeLoginItems loginItems;
+    RecordedNotifications notifications;
     LinuxDesktopServices desktop;
     QNetworkAccessManager network;
-    RoyaltiesStore store(StoreEnvironment{clock, keyring, preferences, reachability, desktop, loginItems, network,
-                                          AppInfo::compiledIn()});
+    RoyaltiesStore store(StoreEnvironment{clock, keyring, preferences, reachability, desktop, loginItems, notifications,
+                                          network, AppInfo::compiledIn()});
     QVERIFY(store.isConnected());
     QVERIFY(!store.isUpdateAvailable());
 

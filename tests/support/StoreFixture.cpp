@@ -36,9 +36,9 @@ void StoreFixture::reopenPreferences()
 RoyaltiesStore &StoreFixture::makeStore()
 {
     m_store.reset();
-    m_store =
-        std::make_unique<RoyaltiesStore>(StoreEnvironment{clock, secrets, *m_preferences, reachability, desktop,
-                                                          loginItems, network, appInfo, locale, m_cacheFolder.path()});
+    m_store = std::make_unique<RoyaltiesStore>(StoreEnvironment{clock, secrets, *m_preferences, reachability, desktop,
+                                                                loginItems, notifications, network, appInfo, locale,
+                                                                m_cacheFolder.path()});
     return *m_store;
 }
 

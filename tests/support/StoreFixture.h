@@ -51,6 +51,7 @@ public:
     FakeReachability reachability;
     FakeDesktopServices desktop;
     FakeLoginItems loginItems;
+    RecordedNotifications notifications;
     QNetworkAccessManager network;
     AppInfo appInfo{QStringLiteral("1.4.0"), std::nullopt};
     QLocale locale{QLocale::English, QLocale::UnitedStates};

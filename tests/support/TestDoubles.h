@@ -1,5 +1,6 @@
 #pragma once
 
+#include "store/DesktopNotifications.h"
 #include "store/DesktopServices.h"
 #include "store/LoginItemService.h"
 #include "store/NetworkReachability.h"
@@ -77,6 +78,15 @@ public:
     QStringList revealedFiles;
     std::optional<QString> openFileFailure;
     int loginItemsSettingsOpened = 0;
+};
+
+// Notifications kept in a list instead of shown; `activated` is emitted by the test.
+class RecordedNotifications final : public DesktopNotifications
+{
+public:
+    void show(const Notification &notification) override { shown.append(notification); }
+
+    QList<Notification> shown;
 };
 
 // A login-item service whose status the test sets.
