@@ -85,6 +85,7 @@ private Q_SLOTS:
     void panelStatusKeepsTheFigureAndCarriesTheErrorAfterAFailure();
     void panelStatusWithoutTheNetworkIsOffline();
     void refreshedTextNamesTheTimeAndTheDateWhenNotToday();
+    void hideAmountsFromTheMenuMasksTheItemAndItsStatus();
 
 private:
     AppDelegate &makeDelegate(bool connected = true);
@@ -384,6 +385,32 @@ void TestAppDelegate::refreshedTextNamesTheTimeAndTheDateWhenNotToday()
     QCOMPARE(yesterday, QStringLiteral("Refreshed ") + english.toString(refreshed, QLocale::ShortFormat));
     QVERIFY(yesterday.contains(QStringLiteral("11/23/26")));
     QCOMPARE(PanelStatusBuilder::refreshedText(std::nullopt, refreshed, english), QStringLiteral("Not refreshed yet"));
+}
+
+void TestAppDelegate::hideAmountsFromTheMenuMasksTheItemAndItsStatus()
+{
+    AppDelegate &delegate = makeDelegate();
+    delegate.applicationDidFinishLaunching();
+    QVERIFY(m_fixture->waitUntilIdle());
+    m_fixture->clock.advance(3s);
+    QVERIFY(m_fixture->waitUntilIdle());
+    QVERIFY(!m_item.amountsHidden());
+    const QString figure = m_item.titles.last().figure();
+    QVERIFY(figure.contains(QRegularExpression(QStringLiteral("[0-9]"))));
+
+    m_item.choose(StatusMenuEntry::HideAmounts);
+    const QString mask = QStringLiteral(u"$\u2022\u2022\u2022");
+    QVERIFY(m_fixture->store().hideAmounts());
+    QVERIFY(m_item.amountsHidden());
+    QCOMPARE(m_item.titles.last().figure(), mask);
+    QVERIFY(!m_item.titles.last().text().contains(QRegularExpression(QStringLiteral("[0-9]"))));
+    QVERIFY(delegate.panelStatus().toolTipBody.startsWith(mask));
+    QVERIFY(!delegate.panelStatus().title.contains(QRegularExpression(QStringLiteral("[0-9]"))));
+
+    m_item.choose(StatusMenuEntry::HideAmounts);
+    QVERIFY(!m_fixture->store().hideAmounts());
+    QVERIFY(!m_item.amountsHidden());
+    QCOMPARE(m_item.titles.last().figure(), figure);
 }
 
 QTEST_MAIN(TestAppDelegate)

@@ -27,16 +27,34 @@ private Q_SLOTS:
                              : child.properties.value(QStringLiteral("label")).toString());
             QVERIFY(child.children.isEmpty());
         }
-        QCOMPARE(shown,
-                 (QStringList{QStringLiteral("Open Inkwarden"), QStringLiteral("Refresh"), QStringLiteral("Settings"),
-                              QStringLiteral("---"), QStringLiteral("Quit Inkwarden")}));
+        QCOMPARE(shown, (QStringList{QStringLiteral("Open Inkwarden"), QStringLiteral("Refresh"),
+                                     QStringLiteral("Settings"), QStringLiteral("Hide amounts"), QStringLiteral("---"),
+                                     QStringLiteral("Quit Inkwarden")}));
+    }
+
+    void hidingAmountsChecksTheEntryAndTellsTheHost()
+    {
+        DBusMenu menu;
+        const int id = DBusMenu::idOf(StatusMenuEntry::HideAmounts);
+        QCOMPARE(menu.properties(id).value(QStringLiteral("toggle-type")), QVariant(QStringLiteral("checkmark")));
+        QCOMPARE(menu.properties(id).value(QStringLiteral("toggle-state")), QVariant(0));
+        QSignalSpy updated(&menu, &DBusMenu::itemsPropertiesUpdated);
+        menu.setAmountsHidden(true);
+        QCOMPARE(menu.properties(id).value(QStringLiteral("toggle-state")), QVariant(1));
+        QCOMPARE(updated.size(), 1);
+        const auto items = updated.at(0).at(0).value<DBusMenuItemList>();
+        QCOMPARE(items.size(), 1);
+        QCOMPARE(items.first().id, id);
+        QCOMPARE(items.first().properties.value(QStringLiteral("toggle-state")), QVariant(1));
+        menu.setAmountsHidden(true);
+        QCOMPARE(updated.size(), 1);
     }
 
     void aDepthOfZeroGivesTheRootAlone()
     {
         DBusMenu menu;
         QVERIFY(menu.layout(DBusMenu::RootId, 0, {}).children.isEmpty());
-        QCOMPARE(menu.layout(DBusMenu::RootId, 1, {}).children.size(), 5);
+        QCOMPARE(menu.layout(DBusMenu::RootId, 1, {}).children.size(), 6);
     }
 
     void askedPropertiesAreTheOnlyOnesGiven()
@@ -103,7 +121,7 @@ private Q_SLOTS:
         QCOMPARE(adaptor->textDirection(), QStringLiteral("ltr"));
         DBusMenuLayoutItem layout;
         QCOMPARE(adaptor->GetLayout(0, -1, {}, layout), DBusMenu::LayoutRevision);
-        QCOMPARE(layout.children.size(), 5);
+        QCOMPARE(layout.children.size(), 6);
         const DBusMenuItemList group = adaptor->GetGroupProperties({1, 5, 99}, {QStringLiteral("label")});
         QCOMPARE(group.size(), 2);
         QCOMPARE(group[1].properties.value(QStringLiteral("label")).toString(), QStringLiteral("Quit Inkwarden"));

@@ -353,8 +353,8 @@ private Q_SLOTS:
                          + (match.captured(3).isEmpty() ? match.captured(2) : QStringLiteral("---")));
         }
         QCOMPARE(shown, (QStringList{QStringLiteral("1 Open Inkwarden"), QStringLiteral("2 Refresh"),
-                                     QStringLiteral("3 Settings"), QStringLiteral("4 ---"),
-                                     QStringLiteral("5 Quit Inkwarden")}));
+                                     QStringLiteral("3 Settings"), QStringLiteral("6 Hide amounts"),
+                                     QStringLiteral("4 ---"), QStringLiteral("5 Quit Inkwarden")}));
         QCOMPARE(busProperty(item->serviceName(), DBusMenu::objectPath(), MenuInterface, QStringLiteral("Version")),
                  QStringLiteral("(<uint32 3>,)"));
         QCOMPARE(
@@ -366,6 +366,28 @@ private Q_SLOTS:
             call(item->serviceName(), DBusMenu::objectPath(), MenuInterface + QStringLiteral(".GetProperty"),
                  {QStringLiteral("5"), QStringLiteral("label")});
         QCOMPARE(label.output, QStringLiteral("(<'Quit Inkwarden'>,)"));
+    }
+
+    void hideAmountsIsACheckBoxThatFollowsTheSetting()
+    {
+        auto item = makeRegisteredItem();
+        const QString id = QString::number(DBusMenu::idOf(StatusMenuEntry::HideAmounts));
+        const auto property = [&](const QString &name) {
+            return call(item->serviceName(), DBusMenu::objectPath(), MenuInterface + QStringLiteral(".GetProperty"),
+                        {id, name})
+                .output;
+        };
+        QCOMPARE(property(QStringLiteral("toggle-type")), QStringLiteral("(<'checkmark'>,)"));
+        QCOMPARE(property(QStringLiteral("toggle-state")), QStringLiteral("(<0>,)"));
+        item->setAmountsHidden(true);
+        QCOMPARE(property(QStringLiteral("toggle-state")), QStringLiteral("(<1>,)"));
+
+        QSignalSpy toggled(item.get(), &StatusItem::hideAmountsToggled);
+        const GdbusResult result =
+            call(item->serviceName(), DBusMenu::objectPath(), MenuInterface + QStringLiteral(".Event"),
+                 {id, QStringLiteral("clicked"), QStringLiteral("<0>"), QStringLiteral("0")});
+        QCOMPARE(result.exitCode, 0);
+        QTRY_COMPARE(toggled.size(), 1);
     }
 
     void clickingAMenuEntryEmitsItsSignal_data()
@@ -652,9 +674,14 @@ private Q_SLOTS:
         for (const QAction *action : tray.menu()->actions()) {
             shown.append(action->isSeparator() ? QStringLiteral("---") : action->text());
         }
-        QCOMPARE(shown,
-                 (QStringList{QStringLiteral("Open Inkwarden"), QStringLiteral("Refresh"), QStringLiteral("Settings"),
-                              QStringLiteral("---"), QStringLiteral("Quit Inkwarden")}));
+        QCOMPARE(shown, (QStringList{QStringLiteral("Open Inkwarden"), QStringLiteral("Refresh"),
+                                     QStringLiteral("Settings"), QStringLiteral("Hide amounts"), QStringLiteral("---"),
+                                     QStringLiteral("Quit Inkwarden")}));
+        QAction *hide = tray.menu()->actions().at(3);
+        QVERIFY(hide->isCheckable());
+        QVERIFY(!hide->isChecked());
+        tray.setAmountsHidden(true);
+        QVERIFY(hide->isChecked());
         QSignalSpy open(&tray, &StatusItem::menuOpenRequested);
         QSignalSpy refresh(&tray, &StatusItem::refreshRequested);
         QSignalSpy settings(&tray, &StatusItem::settingsRequested);

@@ -18,6 +18,8 @@ int DBusMenu::idOf(StatusMenuEntry entry)
         return 2;
     case StatusMenuEntry::Settings:
         return 3;
+    case StatusMenuEntry::HideAmounts:
+        return 6;
     case StatusMenuEntry::Quit:
         return 5;
     }
@@ -36,7 +38,11 @@ std::optional<StatusMenuEntry> DBusMenu::entryOf(int id)
 
 QList<int> DBusMenu::ids()
 {
-    return {idOf(StatusMenuEntry::Open), idOf(StatusMenuEntry::Refresh), idOf(StatusMenuEntry::Settings), SeparatorId,
+    return {idOf(StatusMenuEntry::Open),
+            idOf(StatusMenuEntry::Refresh),
+            idOf(StatusMenuEntry::Settings),
+            idOf(StatusMenuEntry::HideAmounts),
+            SeparatorId,
             idOf(StatusMenuEntry::Quit)};
 }
 
@@ -51,6 +57,10 @@ QVariantMap DBusMenu::properties(int id, const QStringList &names) const
         all.insert(QStringLiteral("label"), StatusItem::menuLabel(*entry));
         all.insert(QStringLiteral("enabled"), true);
         all.insert(QStringLiteral("visible"), true);
+        if (*entry == StatusMenuEntry::HideAmounts) {
+            all.insert(QStringLiteral("toggle-type"), QStringLiteral("checkmark"));
+            all.insert(QStringLiteral("toggle-state"), m_amountsHidden ? 1 : 0);
+        }
         if (*entry == StatusMenuEntry::Quit) {
             all.insert(QStringLiteral("shortcut"),
                        QVariant::fromValue(DBusMenuShortcut{{QStringLiteral("Control"), QStringLiteral("q")}}));
@@ -66,6 +76,16 @@ QVariantMap DBusMenu::properties(int id, const QStringList &names) const
         }
     }
     return chosen;
+}
+
+void DBusMenu::setAmountsHidden(bool hidden)
+{
+    if (hidden == m_amountsHidden) {
+        return;
+    }
+    m_amountsHidden = hidden;
+    const int id = idOf(StatusMenuEntry::HideAmounts);
+    Q_EMIT itemsPropertiesUpdated({DBusMenuItem{id, properties(id, {QStringLiteral("toggle-state")})}}, {});
 }
 
 DBusMenuLayoutItem DBusMenu::layout(int parentId, int depth, const QStringList &names) const

@@ -23,6 +23,8 @@ public:
     // Fixed entry ids: the menu never changes shape, so the layout keeps one revision.
     static constexpr int SeparatorId = 4;
     static constexpr uint LayoutRevision = 1;
+    // Whether "Hide amounts" is checked; a change reaches the host as ItemsPropertiesUpdated.
+    void setAmountsHidden(bool hidden);
 
     explicit DBusMenu(QObject *parent = nullptr);
 
@@ -46,8 +48,11 @@ public:
 
 Q_SIGNALS:
     void triggered(StatusMenuEntry entry);
-    // Never emitted today: the menu has one layout and fixed properties. Kept on the interface so a
-    // later change to an entry (say, Refresh disabled while a refresh runs) reaches the host.
+    // Never emitted today: the menu has one layout. Kept on the interface so a later change of
+    // shape reaches the host.
     void layoutUpdated(uint revision, int parentId);
     void itemsPropertiesUpdated(const DBusMenuItemList &updated, const DBusMenuItemKeysList &removed);
+
+private:
+    bool m_amountsHidden = false;
 };

@@ -2,7 +2,8 @@
 
 QList<StatusMenuEntry> StatusItem::menuEntries()
 {
-    return {StatusMenuEntry::Open, StatusMenuEntry::Refresh, StatusMenuEntry::Settings, StatusMenuEntry::Quit};
+    return {StatusMenuEntry::Open, StatusMenuEntry::Refresh, StatusMenuEntry::Settings, StatusMenuEntry::HideAmounts,
+            StatusMenuEntry::Quit};
 }
 
 QString StatusItem::menuLabel(StatusMenuEntry entry)
@@ -14,10 +15,21 @@ QString StatusItem::menuLabel(StatusMenuEntry entry)
         return QStringLiteral("Refresh");
     case StatusMenuEntry::Settings:
         return QStringLiteral("Settings");
+    case StatusMenuEntry::HideAmounts:
+        return QStringLiteral("Hide amounts");
     case StatusMenuEntry::Quit:
         return QStringLiteral("Quit Inkwarden");
     }
     return {};
+}
+
+void StatusItem::setAmountsHidden(bool hidden)
+{
+    if (hidden == m_amountsHidden) {
+        return;
+    }
+    m_amountsHidden = hidden;
+    Q_EMIT amountsHiddenChanged(hidden);
 }
 
 void StatusItem::triggerMenuEntry(StatusMenuEntry entry)
@@ -31,6 +43,9 @@ void StatusItem::triggerMenuEntry(StatusMenuEntry entry)
         return;
     case StatusMenuEntry::Settings:
         Q_EMIT settingsRequested();
+        return;
+    case StatusMenuEntry::HideAmounts:
+        Q_EMIT hideAmountsToggled();
         return;
     case StatusMenuEntry::Quit:
         Q_EMIT quitRequested();

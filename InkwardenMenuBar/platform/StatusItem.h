@@ -7,8 +7,9 @@
 #include <QPoint>
 #include <QString>
 
-// The entries of the item's menu, in their order; a separator stands before Quit.
-enum class StatusMenuEntry { Open, Refresh, Settings, Quit };
+// The entries of the item's menu, in their order; a separator stands before Quit. Hide amounts is a
+// check box.
+enum class StatusMenuEntry { Open, Refresh, Settings, HideAmounts, Quit };
 
 // The Inkwarden icon in the panel with its figure and small menu. The app talks to this interface;
 // behind it is a StatusNotifierItem on the session bus, or the XEmbed tray icon where no
@@ -31,6 +32,10 @@ public:
     // The tool tip: `title` is the figure, `body` the line below it ("Refreshed …"), may be empty.
     virtual void setToolTip(const QString &title, const QString &body) = 0;
 
+    // Whether the menu's "Hide amounts" shows its check mark.
+    bool amountsHidden() const { return m_amountsHidden; }
+    void setAmountsHidden(bool hidden);
+
 Q_SIGNALS:
     // The icon was clicked: toggle the popover. `point` is where, in screen coordinates, or a null
     // point when the host does not say.
@@ -40,8 +45,14 @@ Q_SIGNALS:
     void refreshRequested();
     void settingsRequested();
     void quitRequested();
+    // "Hide amounts" was chosen: switch the hiding on or off.
+    void hideAmountsToggled();
+    void amountsHiddenChanged(bool hidden);
 
 protected:
     // Emits the signal that belongs to `entry`.
     void triggerMenuEntry(StatusMenuEntry entry);
+
+private:
+    bool m_amountsHidden = false;
 };

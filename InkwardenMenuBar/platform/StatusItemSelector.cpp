@@ -46,6 +46,11 @@ StatusItemSelector::StatusItemSelector(Options options, QObject *parent)
     if (!m_options.trayAvailable) {
         m_options.trayAvailable = defaultTrayAvailable;
     }
+    connect(this, &StatusItem::amountsHiddenChanged, this, [this](bool hidden) {
+        if (m_current) {
+            m_current->setAmountsHidden(hidden);
+        }
+    });
     connect(&m_watcherWatcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString &, const QString &, const QString &newOwner) {
                 m_watcherPresent = !newOwner.isEmpty();
@@ -124,6 +129,8 @@ void StatusItemSelector::show(Kind kind)
     connect(item, &StatusItem::refreshRequested, this, &StatusItem::refreshRequested);
     connect(item, &StatusItem::settingsRequested, this, &StatusItem::settingsRequested);
     connect(item, &StatusItem::quitRequested, this, &StatusItem::quitRequested);
+    connect(item, &StatusItem::hideAmountsToggled, this, &StatusItem::hideAmountsToggled);
+    item->setAmountsHidden(amountsHidden());
     if (m_title) {
         item->setTitle(*m_title);
     }

@@ -86,6 +86,7 @@ StatusNotifierItem::StatusNotifierItem(Options options, QObject *parent)
     new StatusNotifierItemAdaptor(this);
     new DBusMenuAdaptor(m_menu);
     connect(m_menu, &DBusMenu::triggered, this, &StatusNotifierItem::triggerMenuEntry);
+    connect(this, &StatusItem::amountsHiddenChanged, m_menu, &DBusMenu::setAmountsHidden);
 
     if (!m_options.bus.registerObject(objectPath(), this, QDBusConnection::ExportAdaptors)
         || !m_options.bus.registerObject(DBusMenu::objectPath(), m_menu, QDBusConnection::ExportAdaptors)

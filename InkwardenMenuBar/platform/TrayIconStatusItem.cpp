@@ -26,6 +26,10 @@ TrayIconStatusItem::TrayIconStatusItem(const QString &iconSource, std::optional<
         if (entry == StatusMenuEntry::Quit) {
             action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
         }
+        if (entry == StatusMenuEntry::HideAmounts) {
+            action->setCheckable(true);
+            connect(this, &StatusItem::amountsHiddenChanged, action, &QAction::setChecked);
+        }
         connect(action, &QAction::triggered, this, [this, entry] { triggerMenuEntry(entry); });
     }
     m_trayIcon->setContextMenu(m_menu.get());

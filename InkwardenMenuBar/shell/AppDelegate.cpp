@@ -28,6 +28,15 @@ AppDelegate::AppDelegate(RoyaltiesStore &store, StatusItem &statusItem, Popover 
         showPopover();
     });
     QObject::connect(&m_statusItem, &StatusItem::quitRequested, this, &AppDelegate::quitRequested);
+    // The menu's check box and the settings' switch are one setting.
+    QObject::connect(&m_statusItem, &StatusItem::hideAmountsToggled, this,
+                     [this] { m_store.setHideAmounts(!m_store.hideAmounts()); });
+    QObject::connect(&m_store, &RoyaltiesStore::hideAmountsChanged, this, [this] {
+        m_statusItem.setAmountsHidden(m_store.hideAmounts());
+        applyMenuBarTitle();
+        updatePanelStatus();
+    });
+    m_statusItem.setAmountsHidden(m_store.hideAmounts());
     QObject::connect(&m_popover, &Popover::quitRequested, this, &AppDelegate::quitRequested);
 }
 
