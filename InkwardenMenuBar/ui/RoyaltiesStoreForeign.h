@@ -12,3 +12,11 @@ struct RoyaltiesStoreForeign {
     QML_NAMED_ELEMENT(RoyaltiesStore)
     QML_UNCREATABLE("The views are given the app's one store.")
 };
+
+// The store's notification choices, which the settings view binds to as `store.alerts`.
+struct RoyaltyAlertsForeign {
+    Q_GADGET
+    QML_FOREIGN(RoyaltyAlerts)
+    QML_NAMED_ELEMENT(RoyaltyAlerts)
+    QML_UNCREATABLE("The store owns its alerts.")
+};

@@ -252,6 +252,102 @@ Item {
                         }
                     }
 
+                    LabeledField {
+                        objectName: "notificationsField"
+                        title: "Notifications"
+                        hint: "When a refresh finds new royalties for today or this month"
+
+                        Switch {
+                            objectName: "notifySwitch"
+                            text: "Notify on new royalties"
+                            checked: view.store.alerts.notifyOnNewRoyalties
+                            font: Typography.body
+                            padding: 0
+                            Accessible.name: text
+                            onToggled: view.store.alerts.notifyOnNewRoyalties = checked
+                        }
+                        Switch {
+                            objectName: "soundSwitch"
+                            text: "Play a sound"
+                            enabled: view.store.alerts.notifyOnNewRoyalties
+                            checked: view.store.alerts.notificationSound
+                            font: Typography.body
+                            padding: 0
+                            Accessible.name: text
+                            onToggled: view.store.alerts.notificationSound = checked
+                        }
+                        Switch {
+                            objectName: "quietHoursSwitch"
+                            text: "Quiet hours"
+                            enabled: view.store.alerts.notifyOnNewRoyalties
+                            checked: view.store.alerts.quietHoursEnabled
+                            font: Typography.body
+                            padding: 0
+                            Accessible.name: text
+                            onToggled: view.store.alerts.quietHoursEnabled = checked
+                        }
+                        RowLayout {
+                            objectName: "quietHoursTimes"
+                            visible: view.store.alerts.quietHoursEnabled
+                            enabled: view.store.alerts.notifyOnNewRoyalties
+                            spacing: 6
+                            Layout.fillWidth: true
+                            TextLine {
+                                text: "From"
+                                font: Typography.body
+                            }
+                            ComboBox {
+                                objectName: "quietHoursStartPicker"
+                                model: view.viewModel.quietHoursChoices
+                                currentIndex: view.viewModel.quietHoursStartIndex
+                                font: Typography.body
+                                Layout.fillWidth: true
+                                Accessible.name: "Quiet hours start"
+                                onActivated: view.store.alerts.quietHoursStart = currentText
+                            }
+                            TextLine {
+                                text: "to"
+                                font: Typography.body
+                            }
+                            ComboBox {
+                                objectName: "quietHoursEndPicker"
+                                model: view.viewModel.quietHoursChoices
+                                currentIndex: view.viewModel.quietHoursEndIndex
+                                font: Typography.body
+                                Layout.fillWidth: true
+                                Accessible.name: "Quiet hours end"
+                                onActivated: view.store.alerts.quietHoursEnd = currentText
+                            }
+                        }
+                        Switch {
+                            objectName: "quietHoursSummarySwitch"
+                            visible: view.store.alerts.quietHoursEnabled
+                            enabled: view.store.alerts.notifyOnNewRoyalties
+                            text: "Tell me what came in when they end"
+                            checked: view.store.alerts.quietHoursSummary
+                            font: Typography.body
+                            padding: 0
+                            Accessible.name: text
+                            onToggled: view.store.alerts.quietHoursSummary = checked
+                        }
+                    }
+
+                    LabeledField {
+                        objectName: "privacyField"
+                        title: "Privacy"
+                        hint: "Every amount shows as $\u2022\u2022\u2022, in the panel too, for a screen that others see"
+
+                        Switch {
+                            objectName: "hideAmountsSwitch"
+                            text: "Hide amounts"
+                            checked: view.store.hideAmounts
+                            font: Typography.body
+                            padding: 0
+                            Accessible.name: text
+                            onToggled: view.store.hideAmounts = checked
+                        }
+                    }
+
                     ErrorBanner {
                         objectName: "errorBanner"
                         visible: view.store.errorMessage !== undefined

@@ -4,6 +4,8 @@
 #include "store/PlatformTexts.h"
 #include "store/RoyaltiesStore.h"
 
+#include <QTime>
+
 #include <algorithm>
 
 SettingsViewModel::SettingsViewModel(QObject *parent)
@@ -95,6 +97,32 @@ QString SettingsViewModel::startAutomaticallyHint() const
 QString SettingsViewModel::loginApprovalNotice()
 {
     return PlatformTexts::loginRegisteredButNotApproved();
+}
+
+QStringList SettingsViewModel::quietHoursChoices()
+{
+    QStringList choices;
+    for (int minutes = 0; minutes < 24 * 60; minutes += 30) {
+        choices.append(QTime(minutes / 60, minutes % 60).toString(QStringLiteral("HH:mm")));
+    }
+    return choices;
+}
+
+int SettingsViewModel::quietHoursStartIndex() const
+{
+    return int(quietHoursChoices().indexOf(
+        fromStore([](const RoyaltiesStore &store) { return store.alerts().quietHoursStartText(); })));
+}
+
+int SettingsViewModel::quietHoursEndIndex() const
+{
+    return int(quietHoursChoices().indexOf(
+        fromStore([](const RoyaltiesStore &store) { return store.alerts().quietHoursEndText(); })));
+}
+
+void SettingsViewModel::watchParts(RoyaltiesStore &store)
+{
+    QObject::connect(&store.alerts(), &RoyaltyAlerts::changed, this, &StoreViewModel::changed);
 }
 
 QString SettingsViewModel::openLoginItemsSettingsTitle()

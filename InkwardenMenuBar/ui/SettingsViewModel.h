@@ -21,6 +21,9 @@ class SettingsViewModel : public StoreViewModel
     Q_PROPERTY(QString startAutomaticallyHint READ startAutomaticallyHint NOTIFY changed)
     Q_PROPERTY(QString loginApprovalNotice READ loginApprovalNotice CONSTANT)
     Q_PROPERTY(QString openLoginItemsSettingsTitle READ openLoginItemsSettingsTitle CONSTANT)
+    Q_PROPERTY(QStringList quietHoursChoices READ quietHoursChoices CONSTANT)
+    Q_PROPERTY(int quietHoursStartIndex READ quietHoursStartIndex NOTIFY changed)
+    Q_PROPERTY(int quietHoursEndIndex READ quietHoursEndIndex NOTIFY changed)
 
 public:
     explicit SettingsViewModel(QObject *parent = nullptr);
@@ -38,4 +41,12 @@ public:
     QString startAutomaticallyHint() const;
     static QString loginApprovalNotice();
     static QString openLoginItemsSettingsTitle();
+    // The times quiet hours can start and end at: every half hour, "00:00" to "23:30".
+    static QStringList quietHoursChoices();
+    // Where the chosen times are among the choices; -1 for a time between two (set by hand).
+    int quietHoursStartIndex() const;
+    int quietHoursEndIndex() const;
+
+protected:
+    void watchParts(RoyaltiesStore &store) override;
 };

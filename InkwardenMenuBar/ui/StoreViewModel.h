@@ -31,6 +31,10 @@ Q_SIGNALS:
 protected:
     StoreViewModel(QList<StoreSignal> watched, QObject *parent);
 
+    // What a view model reads beyond the store's own signals (a part of the store that tells its
+    // own changes): connect those to `changed` here. Disconnected with the store.
+    virtual void watchParts(RoyaltiesStore & /*store*/) {}
+
     // `read` applied to the store, or `fallback` while the view has none yet.
     template <typename Read, typename Value = std::invoke_result_t<Read, const RoyaltiesStore &>>
     Value fromStore(Read read, Value fallback = {}) const

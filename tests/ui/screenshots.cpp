@@ -242,6 +242,21 @@ QList<Screen> screens()
              store.login().setLaunchAtLoginRequiresApproval(true);
          },
          [](ViewHarness &view) { scrollTo(view, QStringLiteral("approvalNotice")); }},
+        {QStringLiteral("settings-notifications"),
+         [settings, accounts](StoreFixture &f) {
+             RoyaltiesStore &store = settings(f);
+             store.session().setAccounts(accounts(1));
+             store.alerts().setNotificationSound(true);
+             store.alerts().setQuietHoursEnabled(true);
+         },
+         [](ViewHarness &view) { scrollTo(view, QStringLiteral("privacyField")); }},
+        {QStringLiteral("dashboard-amounts-hidden"),
+         [connected](StoreFixture &f) {
+             RoyaltiesStore &store = connected(f);
+             showFigures(f, store, figures());
+             store.setHideAmounts(true);
+         },
+         {}},
         {QStringLiteral("settings-update-downloading"),
          [settings, accounts](StoreFixture &f) {
              RoyaltiesStore &store = settings(f);

@@ -2,6 +2,7 @@
 #include "store/AppUpdates.h"
 #include "store/ConnectionSession.h"
 #include "store/OpenAtLogin.h"
+#include "store/RoyaltyAlerts.h"
 #include "store/StoreSettings.h"
 #include "store/StoreStatus.h"
 
@@ -77,6 +78,8 @@ private Q_SLOTS:
     void errorBannerShowsTheMessage();
     void saveWithUnchangedConfigurationStillCallsConnect();
     void signOutCallsSignOut();
+    void notificationSwitchesWriteTheChoices();
+    void hideAmountsSwitchMasksTheFigures();
     void quitInkwardenQuits();
 
 private:
@@ -528,6 +531,53 @@ void TestSettingsView::quitInkwardenQuits()
     QSignalSpy quit(&view->engine(), &QQmlEngine::quit);
     QVERIFY(click(QStringLiteral("quitButton")));
     QCOMPARE(quit.size(), 1);
+}
+
+void TestSettingsView::notificationSwitchesWriteTheChoices()
+{
+    RoyaltiesStore &store = connectedStore();
+    show();
+    QVERIFY(shown(QStringLiteral("notificationsField")));
+    QCOMPARE(text(QStringLiteral("notifySwitch")), QStringLiteral("Notify on new royalties"));
+    QVERIFY(item(QStringLiteral("notifySwitch"))->property("checked").toBool());
+    QVERIFY(!shown(QStringLiteral("quietHoursTimes")));
+
+    // Switched off, the other choices wait.
+    QVERIFY(click(QStringLiteral("notifySwitch")));
+    QVERIFY(!store.alerts().notifyOnNewRoyalties());
+    QVERIFY(!enabled(QStringLiteral("soundSwitch")));
+    QVERIFY(!enabled(QStringLiteral("quietHoursSwitch")));
+    QVERIFY(click(QStringLiteral("notifySwitch")));
+    QVERIFY(store.alerts().notifyOnNewRoyalties());
+
+    QVERIFY(click(QStringLiteral("soundSwitch")));
+    QVERIFY(store.alerts().notificationSound());
+    QVERIFY(click(QStringLiteral("quietHoursSwitch")));
+    QVERIFY(store.alerts().quietHoursEnabled());
+    QVERIFY(shown(QStringLiteral("quietHoursTimes")));
+    QVERIFY(shown(QStringLiteral("quietHoursSummarySwitch")));
+    QCOMPARE(item(QStringLiteral("quietHoursStartPicker"))->property("currentText").toString(),
+             QStringLiteral("22:00"));
+    QCOMPARE(item(QStringLiteral("quietHoursEndPicker"))->property("currentText").toString(), QStringLiteral("07:00"));
+    store.alerts().setQuietHoursStart(QTime(21, 30));
+    view->settle();
+    QCOMPARE(item(QStringLiteral("quietHoursStartPicker"))->property("currentText").toString(),
+             QStringLiteral("21:30"));
+    QCOMPARE(fixture->preferences().string(QStringLiteral("quietHoursStart")), std::optional(QStringLiteral("21:30")));
+}
+
+void TestSettingsView::hideAmountsSwitchMasksTheFigures()
+{
+    RoyaltiesStore &store = connectedStore();
+    show();
+    QVERIFY(!item(QStringLiteral("hideAmountsSwitch"))->property("checked").toBool());
+    QVERIFY(click(QStringLiteral("hideAmountsSwitch")));
+    QVERIFY(store.hideAmounts());
+    QCOMPARE(fixture->preferences().boolean(QStringLiteral("hideAmounts")), std::optional(true));
+    QCOMPARE(store.money(12.5, false), QStringLiteral(u"$\u2022\u2022\u2022"));
+    store.setHideAmounts(false);
+    view->settle();
+    QVERIFY(!item(QStringLiteral("hideAmountsSwitch"))->property("checked").toBool());
 }
 
 QTEST_MAIN(TestSettingsView)
