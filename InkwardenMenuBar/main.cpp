@@ -1,6 +1,7 @@
 #include "platform/SingleInstance.h"
 #include "platform/StatusCommand.h"
 #include "platform/TerminationSignals.h"
+#include "shell/AppTranslations.h"
 #include "shell/InkwardenApplication.h"
 #include "store/AppInfo.h"
 
@@ -21,30 +22,53 @@ void nameApplication()
 {
     QCoreApplication::setApplicationName(QStringLiteral("inkwarden"));
     QCoreApplication::setOrganizationName(QStringLiteral("inkwarden"));
-    QCoreApplication::setApplicationVersion(AppInfo::compiledIn().version.value_or(QStringLiteral("Unknown")));
+    //: What `inkwarden --version` shows in place of the version number when the build has none.
+    QCoreApplication::setApplicationVersion(
+        AppInfo::compiledIn().version.value_or(QCoreApplication::translate("main", "Unknown")));
 }
 
-const QCommandLineOption statusOption(QStringLiteral("status"),
-                                      QStringLiteral("Print the running Inkwarden's panel title and exit; exits with "
-                                                     "status 3 when Inkwarden is not running."));
-const QCommandLineOption formatOption(QStringLiteral("format"),
-                                      QStringLiteral("With --status: text (the default), waybar (JSON for waybar's "
-                                                     "custom modules) or genmon (for xfce4-genmon-plugin)."),
-                                      QStringLiteral("format"), QStringLiteral("text"));
-const QCommandLineOption followOption(QStringLiteral("follow"),
-                                      QStringLiteral("With --status: keep running and print a new line on every "
-                                                     "change, waiting for Inkwarden while it is not running."));
+// Inkwarden's own options. Made once the application object is there and its translations are
+// installed, so that --help speaks the user's language.
+struct CommandLineOptions {
+    QCommandLineOption status;
+    QCommandLineOption format;
+    QCommandLineOption follow;
+};
 
-void describeOptions(QCommandLineParser &parser)
+CommandLineOptions describeOptions(QCommandLineParser &parser)
 {
-    parser.setApplicationDescription(QStringLiteral("Your book royalties at a glance, in the panel."));
+    CommandLineOptions options{
+        QCommandLineOption(QStringLiteral("status"),
+                           //: Description of the --status option in `inkwarden --help`.
+                           QCoreApplication::translate("main", "Print the running Inkwarden's panel title and exit; "
+                                                               "exits with status 3 when Inkwarden is not running.")),
+        QCommandLineOption(
+            QStringLiteral("format"),
+            //: Description of the --format option in `inkwarden --help`. Keep the option and format names
+            //: (--status, text, waybar, genmon, xfce4-genmon-plugin) as they are.
+            QCoreApplication::translate("main", "With --status: text (the default), waybar (JSON for waybar's "
+                                                "custom modules) or genmon (for xfce4-genmon-plugin)."),
+            //: The value's name after --format in `inkwarden --help` ("--format <format>").
+            QCoreApplication::translate("main", "format"), QStringLiteral("text")),
+        QCommandLineOption(QStringLiteral("follow"),
+                           //: Description of the --follow option in `inkwarden --help`.
+                           QCoreApplication::translate("main", "With --status: keep running and print a new line on "
+                                                               "every change, waiting for Inkwarden while it is not "
+                                                               "running.")),
+    };
+    //: The first line of `inkwarden --help`.
+    parser.setApplicationDescription(
+        QCoreApplication::translate("main", "Your book royalties at a glance, in the panel."));
     parser.addHelpOption();
     parser.addVersionOption();
-    parser.addOption(statusOption);
-    parser.addOption(formatOption);
-    parser.addOption(followOption);
-    parser.addPositionalArgument(QStringLiteral("url"),
-                                 QStringLiteral("An inkwarden:// address to open, such as the browser's sign-in."));
+    parser.addOption(options.status);
+    parser.addOption(options.format);
+    parser.addOption(options.follow);
+    //: Description of the address argument in `inkwarden --help`. Keep "inkwarden://" as it is.
+    parser.addPositionalArgument(
+        QStringLiteral("url"),
+        QCoreApplication::translate("main", "An inkwarden:// address to open, such as the browser's sign-in."));
+    return options;
 }
 
 bool hasArgument(int argc, char *argv[], std::initializer_list<const char *> options)
@@ -83,28 +107,32 @@ void writeLine(std::FILE *stream, const QString &line)
 int printStatus(int argc, char *argv[])
 {
     QCoreApplication core(argc, argv);
+    const AppTranslations translations;
     nameApplication();
     QCommandLineParser parser;
-    describeOptions(parser);
+    const CommandLineOptions described = describeOptions(parser);
     parser.process(core);
-    const std::optional<StatusLine::Format> format = StatusLine::formatFromName(parser.value(formatOption));
+    const std::optional<StatusLine::Format> format = StatusLine::formatFromName(parser.value(described.format));
     if (!format) {
-        writeLine(stderr,
-                  QStringLiteral("Unknown format \"%1\": use text, waybar or genmon.").arg(parser.value(formatOption)));
+        //: Printed by `inkwarden --status --format …`: %1 is the format asked for. Keep text, waybar and genmon
+        //: as they are.
+        writeLine(stderr, QCoreApplication::translate("main", "Unknown format \"%1\": use text, waybar or genmon.")
+                              .arg(parser.value(described.format)));
         return 2;
     }
     if (!parser.positionalArguments().isEmpty()) {
-        writeLine(stderr, QStringLiteral("--status takes no address."));
+        //: Printed by `inkwarden --status` given an address as well.
+        writeLine(stderr, QCoreApplication::translate("main", "--status takes no address."));
         return 2;
     }
     StatusCommand::Options options;
     options.format = *format;
-    options.follow = parser.isSet(followOption);
+    options.follow = parser.isSet(described.follow);
     options.clickCommand = QCoreApplication::applicationFilePath();
     StatusCommand command(
         QDBusConnection::sessionBus(), options, [](const QString &line) { writeLine(stdout, line); },
         [](const QString &line) { writeLine(stderr, line); });
-    if (!parser.isSet(followOption)) {
+    if (!parser.isSet(described.follow)) {
         return command.printOnce();
     }
     // A bar that goes away closes the pipe: the next write ends the command by SIGPIPE, as intended.
@@ -122,6 +150,7 @@ int main(int argc, char *argv[])
 {
     if (onlyAsksForText(argc, argv)) {
         QCoreApplication core(argc, argv);
+        const AppTranslations translations;
         nameApplication();
         QCommandLineParser parser;
         describeOptions(parser);
@@ -133,6 +162,7 @@ int main(int argc, char *argv[])
     }
 
     QApplication app(argc, argv);
+    const AppTranslations translations;
     // Logging out, or `kill`, ends Inkwarden the way its Quit item does; a signal that comes while it
     // is still starting is acted on once the event loop runs.
     TerminationSignals terminationSignals;
@@ -157,7 +187,10 @@ int main(int argc, char *argv[])
     case SingleInstance::Role::handedOver:
         return 0;
     case SingleInstance::Role::failed:
-        QTextStream(stderr) << "Inkwarden is already running but could not be reached.\n";
+        //: Printed to the terminal when a second Inkwarden is started and the first does not answer.
+        QTextStream(stderr) << QCoreApplication::translate("main",
+                                                           "Inkwarden is already running but could not be reached.")
+                            << '\n';
         return 1;
     case SingleInstance::Role::primary:
         break;

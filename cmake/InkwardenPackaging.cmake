@@ -47,8 +47,9 @@ qml6-module-qtquick-layouts, qml6-module-qtquick-templates, qml6-module-qtquick-
 gnome-keyring | libkf5wallet-bin (>= 5.97) | keepassxc, \
 fonts-material-design-icons-iconfont, fonts-roboto-unhinted, \
 xdg-utils, desktop-file-utils, hicolor-icon-theme, qt6-wayland")
-# gio gives the clearer reason when the installer cannot be opened (xdg-open is the fallback).
-set(CPACK_DEBIAN_INKWARDEN_PACKAGE_RECOMMENDS "libglib2.0-bin")
+# gio gives the clearer reason when the installer cannot be opened (xdg-open is the fallback); Qt's
+# translations give Qt's own texts (the command line's help) in the user's language too.
+set(CPACK_DEBIAN_INKWARDEN_PACKAGE_RECOMMENDS "libglib2.0-bin, qt6-translations-l10n")
 
 set(CPACK_DEBIAN_DEVSERVER_PACKAGE_NAME inkwarden-devserver)
 set(CPACK_DEBIAN_DEVSERVER_FILE_NAME DEB-DEFAULT)

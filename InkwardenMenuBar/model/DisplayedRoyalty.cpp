@@ -20,7 +20,15 @@ QString DisplayedRoyalty::rawValue() const
 
 QString DisplayedRoyalty::title() const
 {
-    // The same words as the stored value, for now: a title may change (or be translated) here
-    // without touching what the settings keep.
-    return rawValue();
+    // The same words as the stored value in English; the settings keep the raw value whatever the
+    // language.
+    switch (m_case) {
+    case gross:
+        //: The royalties before spending is taken off, as the headline figure (a choice in Settings)
+        return tr("Gross royalties");
+    case net:
+        //: The royalties after spending is taken off, as the headline figure (a choice in Settings)
+        return tr("Net royalties");
+    }
+    Q_UNREACHABLE();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QHashFunctions>
 #include <QString>
 
@@ -10,6 +11,8 @@
 // so it must never change; the title is what the settings' choice shows, and may.
 class DisplayedRoyalty
 {
+    Q_DECLARE_TR_FUNCTIONS(DisplayedRoyalty)
+
 public:
     enum Case : quint8 { gross, net };
 

@@ -22,9 +22,20 @@ QString RoyaltyPeriod::rawValue() const
 
 QString RoyaltyPeriod::title() const
 {
-    // The same words as the stored value, for now: a title may change (or be translated) here
-    // without touching what the settings keep.
-    return rawValue();
+    // The same words as the stored value in English; the settings keep the raw value whatever the
+    // language.
+    switch (m_case) {
+    case today:
+        //: The period of royalty figures shown: the current day
+        return tr("Today");
+    case yesterday:
+        //: The period of royalty figures shown: the day before today
+        return tr("Yesterday");
+    case thisMonth:
+        //: The period of royalty figures shown: the current calendar month so far
+        return tr("This Month");
+    }
+    Q_UNREACHABLE();
 }
 
 PeriodDates RoyaltyPeriod::dates(const QTimeZone &calendar, const QDateTime &now) const

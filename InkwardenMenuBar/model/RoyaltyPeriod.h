@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QHashFunctions>
 #include <QString>
@@ -18,6 +19,8 @@ struct PeriodDates {
 // change; the title is what the views show, and may.
 class RoyaltyPeriod
 {
+    Q_DECLARE_TR_FUNCTIONS(RoyaltyPeriod)
+
 public:
     enum Case : quint8 { today, yesterday, thisMonth };
 

@@ -1,16 +1,8 @@
 #include "SalesBreakdownMetric.h"
 
+#include "CountedText.h"
 #include "RawValueLookup.h"
 #include "RoyaltySummary.h"
-
-namespace {
-
-QString unitsPhrase(qint64 count, const QLocale &locale)
-{
-    return locale.toString(count) + (count == 1 ? QStringLiteral(" unit") : QStringLiteral(" units"));
-}
-
-} // namespace
 
 std::optional<SalesBreakdownMetric> SalesBreakdownMetric::fromRawValue(QStringView raw)
 {
@@ -44,22 +36,31 @@ QString SalesBreakdownMetric::title() const
 {
     switch (m_case) {
     case paidEbooks:
-        return QStringLiteral("Paid ebooks");
+        //: A row of the sales breakdown: ebooks sold for money
+        return tr("Paid ebooks");
     case paperbacks:
-        return QStringLiteral("Paperbacks");
+        //: A row of the sales breakdown: paperback copies sold
+        return tr("Paperbacks");
     case hardcovers:
-        return QStringLiteral("Hardcovers");
+        //: A row of the sales breakdown: hardcover copies sold
+        return tr("Hardcovers");
     case audiobooks:
-        return QStringLiteral("Audiobooks");
+        //: A row of the sales breakdown: audiobooks sold
+        return tr("Audiobooks");
     case expandedDistribution:
-        return QStringLiteral("Expanded distribution");
+        //: A row of the sales breakdown: print copies sold through other stores and libraries
+        return tr("Expanded distribution");
     case kenpReads:
-        return QStringLiteral("KENP reads");
+        //: A row of the sales breakdown: pages read through the subscription lending programme; KENP is a
+        //: unit name that normally stays as it is
+        return tr("KENP reads");
     case currentPreOrders:
         // The case says current, the title says upcoming: both are kept as they are.
-        return QStringLiteral("Upcoming pre-orders");
+        //: A row of the sales breakdown: pre-orders of books not yet released
+        return tr("Upcoming pre-orders");
     case freeEbooks:
-        return QStringLiteral("Free ebooks");
+        //: A row of the sales breakdown: ebooks downloaded for free
+        return tr("Free ebooks");
     }
     Q_UNREACHABLE();
 }
@@ -114,24 +115,39 @@ QString SalesBreakdownMetric::unitsText(const RoyaltySummary &summary, const QLo
 {
     switch (m_case) {
     case paidEbooks:
-        return unitsPhrase(summary.paidEbookUnits, locale);
+        return countedUnits(summary.paidEbookUnits, locale);
     case paperbacks:
-        return unitsPhrase(summary.paperbackUnits, locale);
+        return countedUnits(summary.paperbackUnits, locale);
     case hardcovers:
-        return unitsPhrase(summary.hardcoverUnits, locale);
+        return countedUnits(summary.hardcoverUnits, locale);
     case audiobooks:
-        return unitsPhrase(summary.audiobookUnits, locale);
+        return countedUnits(summary.audiobookUnits, locale);
     case expandedDistribution:
-        return unitsPhrase(summary.expandedDistributionUnits, locale);
+        return countedUnits(summary.expandedDistributionUnits, locale);
     case kenpReads:
-        // Pages and downloads stay plural even for one.
-        return locale.toString(summary.reads) + QStringLiteral(" pages");
+        // Pages and downloads stay plural even for one in English.
+        //: Pages read through the subscription lending programme, %1 being the count. English keeps
+        //: "pages" even for 1; other languages use their plural forms
+        return countedText("SalesBreakdownMetric", QT_TRANSLATE_N_NOOP("SalesBreakdownMetric", "%1 pages"),
+                           summary.reads, locale);
     case currentPreOrders:
-        return unitsPhrase(summary.preOrderUnits, locale) + QStringLiteral(" \u00B7 same for all periods");
+        //: %1 is a count of pre-ordered copies, such as "2 units"; the pre-orders do not depend on the
+        //: period chosen
+        return tr("%1 \u00B7 same for all periods").arg(countedUnits(summary.preOrderUnits, locale));
     case freeEbooks:
-        return locale.toString(summary.freeEbookDownloads) + QStringLiteral(" downloads");
+        //: Free ebook downloads, %1 being the count. English keeps "downloads" even for 1; other
+        //: languages use their plural forms
+        return countedText("SalesBreakdownMetric", QT_TRANSLATE_N_NOOP("SalesBreakdownMetric", "%1 downloads"),
+                           summary.freeEbookDownloads, locale);
     }
     Q_UNREACHABLE();
+}
+
+QString SalesBreakdownMetric::countedUnits(qint64 count, const QLocale &locale)
+{
+    //: Copies sold, %1 being the count: "1 unit", "1,234 units"
+    return countedText("SalesBreakdownMetric", QT_TRANSLATE_N_NOOP("SalesBreakdownMetric", "%1 unit(s)"), count,
+                       locale);
 }
 
 std::optional<QString> SalesBreakdownMetric::royaltiesText(const RoyaltySummary &summary, const MoneyText &money) const

@@ -2,6 +2,7 @@
 
 #include "SystemColor.h"
 
+#include <QCoreApplication>
 #include <QHashFunctions>
 #include <QLocale>
 #include <QString>
@@ -16,6 +17,8 @@ struct RoyaltySummary;
 // of the breakdown; the raw value is the case name and is what the settings keep.
 class SalesBreakdownMetric
 {
+    Q_DECLARE_TR_FUNCTIONS(SalesBreakdownMetric)
+
 public:
     enum Case : quint8 {
         paidEbooks,
@@ -55,6 +58,9 @@ public:
     QString unitsText(const RoyaltySummary &summary, const QLocale &locale) const;
     // None for the metrics that carry no royalties (pre-orders, free ebooks).
     std::optional<QString> royaltiesText(const RoyaltySummary &summary, const MoneyText &money) const;
+
+    // "1 unit", "1,234 units": a count of copies sold in the user's language, grouped by `locale`.
+    static QString countedUnits(qint64 count, const QLocale &locale);
 
     friend constexpr bool operator==(SalesBreakdownMetric, SalesBreakdownMetric) = default;
     friend size_t qHash(SalesBreakdownMetric metric, size_t seed = 0) noexcept

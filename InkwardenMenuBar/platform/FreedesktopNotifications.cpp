@@ -34,9 +34,11 @@ void FreedesktopNotifications::show(const Notification &notification)
     } else {
         hints.insert(QStringLiteral("suppress-sound"), true);
     }
+    //: The notification's action (a button, or a click on it with some desktops): shows the popover.
+    const QString openLabel = tr("Open Inkwarden");
     QDBusMessage call = QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("Notify"));
     call << QStringLiteral("Inkwarden") << m_shownId << QStringLiteral("com.inkwarden.menubar") << notification.title
-         << notification.body << QStringList{defaultAction, QStringLiteral("Open Inkwarden")} << hints << qint32(-1);
+         << notification.body << QStringList{defaultAction, openLabel} << hints << qint32(-1);
     auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, this, [this](QDBusPendingCallWatcher *finished) {
         const QDBusPendingReply<uint> reply = *finished;

@@ -18,11 +18,6 @@
 
 namespace {
 
-QString quoted(const QString &text)
-{
-    return QStringLiteral(u"\u201C") + text + QStringLiteral(u"\u201D");
-}
-
 // A sentence for the end of "The system did not open the installer: …".
 QString asSentence(QString text)
 {
@@ -88,17 +83,23 @@ QString describeOpenerFailure(const QString &name, int exitCode, const QByteArra
         // xdg-open's documented exit statuses.
         switch (exitCode) {
         case 2:
-            return QStringLiteral("The file could not be found.");
+            //: Why a downloaded update's installer did not open (follows "The system did not open the installer: ").
+            return QCoreApplication::translate("LinuxDesktopServices", "The file could not be found.");
         case 3:
-            return QStringLiteral("A program needed to open the file is not installed.");
+            //: Why a downloaded update's installer did not open (follows "The system did not open the installer: ").
+            return QCoreApplication::translate("LinuxDesktopServices",
+                                               "A program needed to open the file is not installed.");
         case 4:
-            return QStringLiteral("No application could open the file.");
+            //: Why a downloaded update's installer did not open (follows "The system did not open the installer: ").
+            return QCoreApplication::translate("LinuxDesktopServices", "No application could open the file.");
         default:
             break;
         }
     }
-    return QStringLiteral("The file opener ") + name + QStringLiteral(" ended with exit status ")
-           + QString::number(exitCode) + u'.';
+    //: Why a downloaded update's installer did not open: %1 is a program's name ("xdg-open"), %2 the number
+    //: it ended with.
+    return QCoreApplication::translate("LinuxDesktopServices", "The file opener %1 ended with exit status %2.")
+        .arg(name, QString::number(exitCode));
 }
 
 // Tells once a process is past starting, whether it runs or failed to. QProcess says so in a private
@@ -197,11 +198,13 @@ bool LinuxDesktopServices::openURL(const QUrl &url)
 QCoro::Task<std::optional<QString>> LinuxDesktopServices::openFile(QString path)
 {
     if (path.isEmpty()) {
-        co_return QStringLiteral("No file was given to open.");
+        //: Why a downloaded update's installer did not open (follows "The system did not open the installer: ").
+        co_return tr("No file was given to open.");
     }
     const QFileInfo file(path);
     if (!file.exists()) {
-        co_return QStringLiteral("The file ") + quoted(file.fileName()) + QStringLiteral(" does not exist.");
+        //: Why a downloaded update's installer did not open: %1 is the file's name.
+        co_return tr("The file “%1” does not exist.").arg(file.fileName());
     }
     const QString absolutePath = file.absoluteFilePath();
     // Copied, because the adapter may be gone by the time an opener answers.
@@ -229,8 +232,9 @@ QCoro::Task<std::optional<QString>> LinuxDesktopServices::openFile(QString path)
             co_await std::move(settled);
         }
         if (process->state() != QProcess::Running) {
-            notStarted = asSentence(QStringLiteral("The file opener ") + opener.name
-                                    + QStringLiteral(" could not be started: ") + process->errorString());
+            //: Why a downloaded update's installer did not open: %1 is a program's name ("gio"), %2 Qt's reason.
+            notStarted =
+                asSentence(tr("The file opener %1 could not be started: %2").arg(opener.name, process->errorString()));
             continue;
         }
 
@@ -246,7 +250,8 @@ QCoro::Task<std::optional<QString>> LinuxDesktopServices::openFile(QString path)
             co_return std::nullopt;
         }
         if (process->exitStatus() == QProcess::CrashExit) {
-            co_return QStringLiteral("The file opener ") + opener.name + QStringLiteral(" stopped unexpectedly.");
+            //: Why a downloaded update's installer did not open: %1 is a program's name ("gio").
+            co_return tr("The file opener %1 stopped unexpectedly.").arg(opener.name);
         }
         if (process->exitCode() == 0) {
             co_return std::nullopt;
@@ -256,8 +261,9 @@ QCoro::Task<std::optional<QString>> LinuxDesktopServices::openFile(QString path)
     if (notStarted) {
         co_return *notStarted;
     }
-    co_return QStringLiteral("No program that opens files is installed: Inkwarden needs gio (package "
-                             "libglib2.0-bin) or xdg-open (package xdg-utils).");
+    //: Why a downloaded update's installer did not open. Keep the program and package names as they are.
+    co_return tr("No program that opens files is installed: Inkwarden needs gio (package "
+                 "libglib2.0-bin) or xdg-open (package xdg-utils).");
 }
 
 void LinuxDesktopServices::revealFile(const QString &path)

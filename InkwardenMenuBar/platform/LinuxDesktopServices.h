@@ -2,6 +2,7 @@
 
 #include "store/DesktopServices.h"
 
+#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QObject>
 #include <QStringList>
@@ -15,6 +16,8 @@
 // desktop named in XDG_CURRENT_DESKTOP.
 class LinuxDesktopServices final : public DesktopServices
 {
+    Q_DECLARE_TR_FUNCTIONS(LinuxDesktopServices)
+
 public:
     // What the adapter reaches outside itself; each part has the real thing as its default.
     struct System {

@@ -64,9 +64,13 @@ int StatusCommand::printOnce()
     const QDBusMessage reply = m_bus.call(getAllCall(), QDBus::Block, callTimeoutMs);
     const std::optional<Reading> reading = readingFrom(reply);
     if (!reading) {
-        m_errors(reply.type() == QDBusMessage::ErrorMessage
-                     ? QStringLiteral("Inkwarden did not tell its status: %1").arg(reply.errorMessage())
-                     : QStringLiteral("Inkwarden is starting and has no status yet."));
+        if (reply.type() == QDBusMessage::ErrorMessage) {
+            //: Printed by `inkwarden --status`: %1 is the reason the session bus gave.
+            m_errors(tr("Inkwarden did not tell its status: %1").arg(reply.errorMessage()));
+        } else {
+            //: Printed by `inkwarden --status`.
+            m_errors(tr("Inkwarden is starting and has no status yet."));
+        }
         return failureExitCode;
     }
     m_output(formatted(reading->title, reading->toolTip, reading->state));
@@ -76,7 +80,8 @@ int StatusCommand::printOnce()
 bool StatusCommand::follow()
 {
     if (!m_bus.isConnected()) {
-        m_errors(QStringLiteral("There is no session bus to find Inkwarden on."));
+        //: Printed by `inkwarden --status --follow` when there is no D-Bus session bus.
+        m_errors(tr("There is no session bus to find Inkwarden on."));
         return false;
     }
     // Subscribed before the first read, so that no change falls between the two.

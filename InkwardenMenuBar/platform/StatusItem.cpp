@@ -10,15 +10,20 @@ QString StatusItem::menuLabel(StatusMenuEntry entry)
 {
     switch (entry) {
     case StatusMenuEntry::Open:
-        return QStringLiteral("Open Inkwarden");
+        //: Entry of the panel icon's menu: shows the popover with the royalties.
+        return tr("Open Inkwarden");
     case StatusMenuEntry::Refresh:
-        return QStringLiteral("Refresh");
+        //: Entry of the panel icon's menu: fetches the royalties again now.
+        return tr("Refresh");
     case StatusMenuEntry::Settings:
-        return QStringLiteral("Settings");
+        //: Entry of the panel icon's menu: opens Inkwarden's settings.
+        return tr("Settings");
     case StatusMenuEntry::HideAmounts:
-        return QStringLiteral("Hide amounts");
+        //: Check box entry of the panel icon's menu: hides the money figures next to the icon and in the popover.
+        return tr("Hide amounts");
     case StatusMenuEntry::Quit:
-        return QStringLiteral("Quit Inkwarden");
+        //: Entry of the panel icon's menu: ends Inkwarden.
+        return tr("Quit Inkwarden");
     }
     return {};
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QString>
 
 #include <optional>
@@ -10,6 +11,8 @@
 // Pango markup: their texts are escaped.
 class StatusLine
 {
+    Q_DECLARE_TR_FUNCTIONS(StatusLine)
+
 public:
     enum class Format { text, waybar, genmon };
 
@@ -22,5 +25,9 @@ public:
     // What a following bar shows while no Inkwarden runs: nothing (an empty text hides a waybar
     // module), with the reason in the tool tip and the class "notRunning".
     static QString notRunning(Format format);
-    static QString notRunningMessage() { return QStringLiteral("Inkwarden is not running."); }
+    static QString notRunningMessage()
+    {
+        //: Printed by `inkwarden --status`, and the tool tip of a bar's module, while Inkwarden does not run.
+        return tr("Inkwarden is not running.");
+    }
 };

@@ -60,7 +60,11 @@ public:
     static QString itemId() { return QStringLiteral("com.inkwarden.menubar"); }
     static QString itemTitle() { return QStringLiteral("Inkwarden"); }
     static QString status() { return QStringLiteral("Active"); }
-    static QString defaultToolTipTitle() { return QStringLiteral("Inkwarden Royalties"); }
+    static QString defaultToolTipTitle()
+    {
+        //: Tool tip of the panel icon before any figure is known.
+        return tr("Inkwarden Royalties");
+    }
     // How long after the watcher dropped the item it registers again, and how many times per watcher.
     static constexpr int registerAgainMilliseconds = 1000;
     static constexpr int registerAgainTimes = 5;

@@ -84,7 +84,11 @@ QString TrayIconStatusItem::toolTipText() const
     if (!m_toolTipBody.isEmpty()) {
         lines.append(m_toolTipBody);
     }
-    return lines.isEmpty() ? QStringLiteral("Inkwarden Royalties") : lines.join(QLatin1Char('\n'));
+    if (lines.isEmpty()) {
+        //: Tool tip of the panel icon before any figure is known.
+        return tr("Inkwarden Royalties");
+    }
+    return lines.join(QLatin1Char('\n'));
 }
 
 void TrayIconStatusItem::updateToolTip()

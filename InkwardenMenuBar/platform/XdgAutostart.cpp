@@ -219,11 +219,6 @@ private:
     QHash<QString, QString> m_values;
 };
 
-QString quotedPath(const QString &path)
-{
-    return QStringLiteral(u"\u201C") + QDir::toNativeSeparators(path) + QStringLiteral(u"\u201D");
-}
-
 // Creates `folder` and its missing parents, private to the user as XDG asks of folders it creates,
 // and says why when one cannot be made.
 std::optional<QString> makeFolder(const QString &folder)
@@ -243,10 +238,15 @@ std::optional<QString> makeFolder(const QString &folder)
     }
     const int error = errno;
     if (error == EEXIST) {
-        return quotedPath(folder) + QStringLiteral(" is a file, not a folder");
+        //: Why Open at Login could not be changed, for the middle of a sentence (no capital letter at the start, no
+        //: full stop at the end). %1 is a path.
+        return QCoreApplication::translate("XdgAutostart", "“%1” is a file, not a folder")
+            .arg(QDir::toNativeSeparators(folder));
     }
-    return QStringLiteral("could not create the folder ") + quotedPath(folder) + QStringLiteral(": ")
-           + qt_error_string(error);
+    //: Why Open at Login could not be changed, for the middle of a sentence (no capital letter at the start, no
+    //: full stop at the end). %1 is a path, %2 the system's reason.
+    return QCoreApplication::translate("XdgAutostart", "could not create the folder “%1”: %2")
+        .arg(QDir::toNativeSeparators(folder), qt_error_string(error));
 }
 
 } // namespace
@@ -335,12 +335,16 @@ LoginItemService::Status XdgAutostart::status() const
 std::optional<QString> XdgAutostart::registerItem()
 {
     if (m_executable.isEmpty()) {
-        return QStringLiteral("Inkwarden could not tell where its own program is");
+        //: Why Open at Login could not be changed, for the middle of a sentence (no capital letter at the start, no
+        //: full stop at the end).
+        return tr("Inkwarden could not tell where its own program is");
     }
     const QFileInfo executable(m_executable);
     if (!executable.isFile() || !executable.isExecutable()) {
-        return QStringLiteral("the program ") + quotedPath(executable.absoluteFilePath())
-               + QStringLiteral(" is missing or not executable");
+        //: Why Open at Login could not be changed, for the middle of a sentence (no capital letter at the start, no
+        //: full stop at the end). %1 is a path.
+        return tr("the program “%1” is missing or not executable")
+            .arg(QDir::toNativeSeparators(executable.absoluteFilePath()));
     }
     if (std::optional<QString> failure = makeFolder(autostartFolder())) {
         return failure;
@@ -351,11 +355,15 @@ std::optional<QString> XdgAutostart::registerItem()
     const QString path = entryPath();
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly)) {
-        return QStringLiteral("could not write ") + quotedPath(path) + QStringLiteral(": ") + file.errorString();
+        //: Why Open at Login could not be changed, for the middle of a sentence (no capital letter at the start, no
+        //: full stop at the end). %1 is a path, %2 the system's reason.
+        return tr("could not write “%1”: %2").arg(QDir::toNativeSeparators(path), file.errorString());
     }
     file.write(entryContents(executable.absoluteFilePath()));
     if (!file.commit()) {
-        return QStringLiteral("could not save ") + quotedPath(path) + QStringLiteral(": ") + file.errorString();
+        //: Why Open at Login could not be changed, for the middle of a sentence (no capital letter at the start, no
+        //: full stop at the end). %1 is a path, %2 the system's reason.
+        return tr("could not save “%1”: %2").arg(QDir::toNativeSeparators(path), file.errorString());
     }
     return std::nullopt;
 }
@@ -369,7 +377,9 @@ std::optional<QString> XdgAutostart::unregisterItem()
     }
     QFile file(path);
     if (!file.remove()) {
-        return QStringLiteral("could not remove ") + quotedPath(path) + QStringLiteral(": ") + file.errorString();
+        //: Why Open at Login could not be changed, for the middle of a sentence (no capital letter at the start, no
+        //: full stop at the end). %1 is a path, %2 the system's reason.
+        return tr("could not remove “%1”: %2").arg(QDir::toNativeSeparators(path), file.errorString());
     }
     return std::nullopt;
 }

@@ -2,6 +2,7 @@
 
 #include "store/LoginItemService.h"
 
+#include <QCoreApplication>
 #include <QString>
 
 #include <optional>
@@ -21,6 +22,8 @@
 // "could not create the folder “…”: Not a directory".
 class XdgAutostart final : public LoginItemService
 {
+    Q_DECLARE_TR_FUNCTIONS(XdgAutostart)
+
 public:
     // `configFolder` is the user's configuration folder (XDG_CONFIG_HOME, else ~/.config);
     // `executable` is the program the entry starts.

@@ -70,25 +70,28 @@ QCoro::Task<InstallerDownloader::Result> InstallerDownloader::download(QUrl url,
 
     const QVariant status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute);
     if (reply->error() != QNetworkReply::NoError && reply->error() < QNetworkReply::ContentAccessDenied) {
-        co_return failed(reply->error() == QNetworkReply::OperationCanceledError
-                             ? QStringLiteral("The request timed out.")
-                             : reply->errorString());
+        co_return failed(reply->error() == QNetworkReply::OperationCanceledError ? tr("The request timed out.")
+                                                                                 : reply->errorString());
     }
     if (!status.isValid() || status.toInt() < 200 || status.toInt() > 299) {
-        co_return failed(QStringLiteral("The latest Inkwarden update could not be downloaded."));
+        co_return failed(tr("The latest Inkwarden update could not be downloaded."));
     }
     if (!canWrite || !download.flush()) {
-        co_return failed(QStringLiteral("The update could not be saved: ") + download.errorString());
+        //: %1 is the system's reason why the file could not be written
+        co_return failed(tr("The update could not be saved: %1").arg(download.errorString()));
     }
     if (!QDir().mkpath(folder)) {
-        co_return failed(QStringLiteral("The folder %1 could not be created.").arg(folder));
+        //: %1 is the path of a folder
+        co_return failed(tr("The folder %1 could not be created.").arg(folder));
     }
     const QString destination = folder + u'/' + fileName;
     if (QFileInfo::exists(destination) && !QFile::remove(destination)) {
-        co_return failed(QStringLiteral("The earlier download at %1 could not be replaced.").arg(destination));
+        //: %1 is the path of an installer downloaded before
+        co_return failed(tr("The earlier download at %1 could not be replaced.").arg(destination));
     }
     if (const std::optional<QString> problem = moveIntoPlace(download, destination)) {
-        co_return failed(QStringLiteral("The update could not be moved to %1: %2").arg(destination, *problem));
+        //: %1 is the path the installer goes to, %2 the system's reason why it could not
+        co_return failed(tr("The update could not be moved to %1: %2").arg(destination, *problem));
     }
     // A package the user opens should be readable like any other download.
     QFile::setPermissions(destination, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadGroup

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QString>
 #include <QUrl>
 #include <qcoro/qcorotask.h>
@@ -14,6 +15,8 @@ class QNetworkAccessManager;
 // file. Downloads still under way when this object goes are cancelled.
 class InstallerDownloader
 {
+    Q_DECLARE_TR_FUNCTIONS(InstallerDownloader)
+
 public:
     explicit InstallerDownloader(QNetworkAccessManager &network);
     ~InstallerDownloader();

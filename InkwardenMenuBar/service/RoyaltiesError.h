@@ -1,11 +1,14 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QString>
 
 // The failures that Inkwarden itself recognises when it talks to the royalties service. Each has
 // the message the user sees.
 class RoyaltiesError
 {
+    Q_DECLARE_TR_FUNCTIONS(RoyaltiesError)
+
 public:
     enum class Kind : quint8 { server, rateLimited, invalidServerURL, missingAPIKey, invalidResponse };
 

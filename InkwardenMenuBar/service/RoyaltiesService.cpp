@@ -49,7 +49,9 @@ std::optional<TransportError> transportFailure(const QNetworkReply &reply)
     if (error == QNetworkReply::ContentReSendError) {
         // Qt wanted to send the request again after the connection closed, which a SendOnceBody
         // refuses: what the user should hear about is the closed connection.
-        return TransportError{QNetworkReply::RemoteHostClosedError, QStringLiteral("Connection closed")};
+        //: A network error: the server closed the connection
+        return TransportError{QNetworkReply::RemoteHostClosedError,
+                              QCoreApplication::translate("RoyaltiesService", "Connection closed")};
     }
     if (error == QNetworkReply::NoError || error >= QNetworkReply::ContentAccessDenied) {
         return std::nullopt;
@@ -62,7 +64,8 @@ std::optional<TransportError> transportFailure(const QNetworkReply &reply)
         return std::nullopt;
     }
     if (error == QNetworkReply::OperationCanceledError) {
-        return TransportError{QNetworkReply::TimeoutError, QStringLiteral("The request timed out.")};
+        return TransportError{QNetworkReply::TimeoutError,
+                              QCoreApplication::translate("RoyaltiesService", "The request timed out.")};
     }
     return TransportError{error, reply.errorString()};
 }
@@ -209,5 +212,6 @@ QCoro::Task<ServiceResult<Body>> RoyaltiesService::perform(QNetworkRequest reque
     if (const std::optional<APIErrorResponse> error = APIErrorResponse::decode(body)) {
         co_return RoyaltiesError::server(error->error);
     }
-    co_return RoyaltiesError::server(QStringLiteral("Server returned HTTP ") + QString::number(code) + u'.');
+    //: %1 is an HTTP status code, such as 500
+    co_return RoyaltiesError::server(tr("Server returned HTTP %1.").arg(code));
 }

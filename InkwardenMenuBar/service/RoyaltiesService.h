@@ -6,6 +6,7 @@
 #include "model/RoyaltyPeriod.h"
 #include "model/RoyaltySummary.h"
 
+#include <QCoreApplication>
 #include <QList>
 #include <QNetworkRequest>
 #include <QObject>
@@ -25,6 +26,8 @@ class QNetworkAccessManager;
 // nothing between requests, so overlapping requests are fine.
 class RoyaltiesService
 {
+    Q_DECLARE_TR_FUNCTIONS(RoyaltiesService)
+
 public:
     using QueryItems = QList<QPair<QString, QString>>;
 

@@ -26,21 +26,24 @@ PanelStatus PanelStatusBuilder::build(const RoyaltiesStore &store, const MenuBar
 {
     PanelStatus status;
     status.title = shownTitle.text();
-    status.toolTipTitle = QStringLiteral("Inkwarden Royalties");
+    //: Heading of the panel icon's tool tip.
+    status.toolTipTitle = tr("Inkwarden Royalties");
     status.state = state(store);
     QStringList lines;
     if (status.state == PanelState::signedOut && store.isWaitingForKeyring() && store.errorMessage()) {
         // Not signed out at all: the key is behind a locked keyring, or one that does not answer.
         lines.append(*store.errorMessage());
     } else if (status.state == PanelState::signedOut) {
-        lines.append(QStringLiteral("Not signed in"));
+        //: Line of the panel icon's tool tip while no account is connected.
+        lines.append(tr("Not signed in"));
         // Why a sign-in just failed, say, where the user looks first.
         if (store.errorMessage()) {
             lines.append(*store.errorMessage());
         }
     } else {
-        lines.append(shownTitle.figure() + QStringLiteral(u" \u00B7 ")
-                     + refreshedText(store.lastUpdated(), now, locale));
+        //: Line of the panel icon's tool tip: %1 is the figure shown in the panel ("$1,235"), %2 when it was
+        //: refreshed ("Refreshed at 14:05"). The dot separates the two.
+        lines.append(tr("%1 · %2").arg(shownTitle.figure(), refreshedText(store.lastUpdated(), now, locale)));
     }
     switch (status.state) {
     case PanelState::offline:
@@ -63,11 +66,14 @@ QString PanelStatusBuilder::refreshedText(const std::optional<QDateTime> &lastUp
                                           const QLocale &locale)
 {
     if (!lastUpdated) {
-        return QStringLiteral("Not refreshed yet");
+        //: In the panel icon's tool tip, after the figure: no royalties were fetched yet.
+        return tr("Not refreshed yet");
     }
     const QDateTime local = lastUpdated->toLocalTime();
     if (local.date() == now.toLocalTime().date()) {
-        return QStringLiteral("Refreshed at ") + locale.toString(local.time(), QLocale::ShortFormat);
+        //: In the panel icon's tool tip, after the figure: %1 is a time of today ("14:05").
+        return tr("Refreshed at %1").arg(locale.toString(local.time(), QLocale::ShortFormat));
     }
-    return QStringLiteral("Refreshed ") + locale.toString(local, QLocale::ShortFormat);
+    //: In the panel icon's tool tip, after the figure: %1 is a date and time before today ("3/4/25 14:05").
+    return tr("Refreshed %1").arg(locale.toString(local, QLocale::ShortFormat));
 }

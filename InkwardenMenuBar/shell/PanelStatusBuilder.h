@@ -2,6 +2,7 @@
 
 #include "platform/PanelStatus.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QLocale>
 
@@ -13,6 +14,8 @@ struct MenuBarTitle;
 // its age, so that it stays true however long it sits unchanged.
 class PanelStatusBuilder
 {
+    Q_DECLARE_TR_FUNCTIONS(PanelStatusBuilder)
+
 public:
     static PanelState state(const RoyaltiesStore &store);
     static PanelStatus build(const RoyaltiesStore &store, const MenuBarTitle &shownTitle, const QDateTime &now,

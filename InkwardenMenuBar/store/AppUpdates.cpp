@@ -7,15 +7,18 @@
 #include "service/RoyaltiesService.h"
 #include "service/ServerAddress.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
 
 namespace {
 
 QString installerNotFound()
 {
-    return QStringLiteral("The downloaded installer could not be found. Download the update again.");
+    return QCoreApplication::translate("AppUpdates",
+                                       "The downloaded installer could not be found. Download the update again.");
 }
 
+// A folder name, the same in every language: a download stays where the next start looks for it.
 QString updatesFolderName()
 {
     return QStringLiteral("Inkwarden Updates");
@@ -74,6 +77,7 @@ void AppUpdates::setErrorMessage(std::optional<QString> message)
 
 QString AppUpdates::currentAppVersion() const
 {
+    // Not translated: isUpdateAvailable() tells an unknown version by these words.
     return m_environment.appInfo.version.value_or(QStringLiteral("Unknown"));
 }
 
@@ -86,9 +90,15 @@ bool AppUpdates::isUpdateAvailable() const
 QString AppUpdates::updateActionTitle() const
 {
     if (m_isDownloadingUpdate) {
-        return QStringLiteral(u"Downloading\u2026");
+        //: The update button while the new version downloads
+        return tr("Downloading\u2026");
     }
-    return m_downloadedUpdateURL ? QStringLiteral("Open installer") : QStringLiteral("Update");
+    if (m_downloadedUpdateURL) {
+        //: The update button once the installer is downloaded: it opens the installer
+        return tr("Open installer");
+    }
+    //: The button that downloads a newer version of Inkwarden
+    return tr("Update");
 }
 
 void AppUpdates::presentUpdatePromptIfNeeded()
@@ -135,10 +145,11 @@ QCoro::Task<> AppUpdates::performCheckForUpdates(QString serverURL, QString key)
     if (response) {
         offerVersion(response.value().latestAppVersion);
         if (!response.value().latestAppVersion) {
-            setErrorMessage(QStringLiteral("Inkwarden could not determine the latest available version."));
+            setErrorMessage(tr("Inkwarden could not determine the latest available version."));
         }
     } else {
-        setErrorMessage(QStringLiteral("Update check failed: ") + response.error().localizedDescription());
+        //: %1 is the reason, such as a network error
+        setErrorMessage(tr("Update check failed: %1").arg(response.error().localizedDescription()));
     }
     setIsCheckingForUpdates(false);
 }
@@ -172,11 +183,11 @@ void AppUpdates::downloadLatestUpdate(const std::optional<QUrl> &installerPage)
         return;
     }
     if (!installerPage) {
-        setErrorMessage(QStringLiteral("Enter a valid server URL in Settings before downloading an update."));
+        setErrorMessage(tr("Enter a valid server URL in Settings before downloading an update."));
         return;
     }
     setIsDownloadingUpdate(true);
-    setUpdateStatusMessage(QStringLiteral(u"Downloading update\u2026 You can keep using Inkwarden."));
+    setUpdateStatusMessage(tr("Downloading update\u2026 You can keep using Inkwarden."));
     performDownload(*installerPage);
 }
 
@@ -193,11 +204,12 @@ QCoro::Task<> AppUpdates::performDownload(QUrl url)
     setIsDownloadingUpdate(false);
     if (!result.path) {
         setUpdateStatusMessage(std::nullopt);
-        setErrorMessage(QStringLiteral("Update failed: ") + result.failure);
+        //: %1 is the reason, such as a network error
+        setErrorMessage(tr("Update failed: %1").arg(result.failure));
         co_return;
     }
     setDownloadedUpdateURL(QUrl::fromLocalFile(*result.path));
-    setUpdateStatusMessage(QStringLiteral(u"Update downloaded. Opening the installer\u2026"));
+    setUpdateStatusMessage(tr("Update downloaded. Opening the installer\u2026"));
     openDownloadedUpdate();
 }
 
@@ -223,7 +235,7 @@ void AppUpdates::openDownloadedUpdate()
     }
     setDownloadedUpdateURL(QUrl::fromLocalFile(*path));
     setErrorMessage(std::nullopt);
-    setUpdateStatusMessage(QStringLiteral(u"Opening the installer\u2026"));
+    setUpdateStatusMessage(tr("Opening the installer\u2026"));
     performOpenInstaller(*path);
 }
 
@@ -236,7 +248,7 @@ QCoro::Task<> AppUpdates::performOpenInstaller(QString path)
     }
     if (failure) {
         setUpdateStatusMessage(PlatformTexts::openFromFileManager());
-        setErrorMessage(PlatformTexts::installerNotOpenedPrefix() + *failure);
+        setErrorMessage(PlatformTexts::installerNotOpened(*failure));
         revealDownloadedUpdate();
         co_return;
     }
@@ -258,13 +270,13 @@ void AppUpdates::openDashboard(const QString &serverURL)
 {
     QUrl url(serverURL.trimmed(), QUrl::StrictMode);
     if (!url.isValid() || url.scheme().isEmpty() || url.host().isEmpty()) {
-        setErrorMessage(QStringLiteral("Enter a valid server URL in Settings before opening the dashboard."));
+        setErrorMessage(tr("Enter a valid server URL in Settings before opening the dashboard."));
         return;
     }
     // Unlike the other pages, the dashboard keeps a query or fragment of the server address.
     url.setPath(ServerAddress::pagePath(url.path(), QStringLiteral("/dashboard_lite/")));
     if (!url.isValid()) {
-        setErrorMessage(QStringLiteral("Inkwarden could not open the dashboard URL."));
+        setErrorMessage(tr("Inkwarden could not open the dashboard URL."));
         return;
     }
     m_environment.desktop.openURL(url);

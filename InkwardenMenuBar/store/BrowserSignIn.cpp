@@ -87,7 +87,7 @@ void BrowserSignIn::begin()
         ServerPages::url(m_environment.settings.serverURL(), connectPagePath,
                          {{QStringLiteral("code_challenge"), challenge}, {QStringLiteral("state"), state}});
     if (!url) {
-        m_environment.status.setErrorMessage(QStringLiteral("Enter a valid Inkwarden server URL."));
+        m_environment.status.setErrorMessage(tr("Enter a valid Inkwarden server URL."));
         return;
     }
     m_environment.settings.setPendingSignIn(StoreSettings::PendingSignIn{verifier, state});
@@ -104,14 +104,14 @@ void BrowserSignIn::handleCallback(const QString &urlText)
     const std::optional<QString> code = isCallback ? firstQueryValue(url, QStringLiteral("code")) : std::nullopt;
     const std::optional<QString> state = isCallback ? firstQueryValue(url, QStringLiteral("state")) : std::nullopt;
     if (!code || !state) {
-        m_environment.status.setErrorMessage(QStringLiteral("Inkwarden received an invalid sign-in response."));
+        m_environment.status.setErrorMessage(tr("Inkwarden received an invalid sign-in response."));
         return;
     }
 
     const std::optional<StoreSettings::PendingSignIn> pending = m_environment.settings.pendingSignIn();
     if (!pending || pending->state != *state) {
         m_environment.status.setErrorMessage(
-            QStringLiteral("This sign-in response does not match the current request. Please try again."));
+            tr("This sign-in response does not match the current request. Please try again."));
         return;
     }
 

@@ -8,6 +8,8 @@
 #include "model/Clock.h"
 #include "service/RoyaltiesService.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <cmath>
 
@@ -24,7 +26,8 @@ constexpr auto keyringRetryInterval = 60s;
 
 QString noInternetMessage()
 {
-    return QStringLiteral(u"No internet connection. Inkwarden will refresh automatically when it returns.");
+    return QCoreApplication::translate("ConnectionSession",
+                                       "No internet connection. Inkwarden will refresh automatically when it returns.");
 }
 
 // What stands for an amount while the amounts are hidden.
@@ -35,7 +38,7 @@ QString hiddenAmount()
 
 QString noAccountsMessage()
 {
-    return QStringLiteral("This API key does not have access to any accounts.");
+    return QCoreApplication::translate("ConnectionSession", "This API key does not have access to any accounts.");
 }
 
 } // namespace
@@ -477,36 +480,46 @@ void ConnectionSession::recoverAutomaticRefreshIfNeeded(bool force)
 QString ConnectionSession::lastUpdatedText(const QDateTime &now) const
 {
     if (!m_lastUpdated) {
-        return QStringLiteral("Not refreshed yet");
+        //: When the royalty figures were last fetched: never yet
+        return tr("Not refreshed yet");
     }
     const qint64 seconds = m_lastUpdated->msecsTo(now) / 1000;
     if (seconds <= 4) {
-        return QStringLiteral("Refreshed just now");
+        //: When the royalty figures were last fetched
+        return tr("Refreshed just now");
     }
+    // Abbreviated units, the same for any count, and plain digits.
     if (seconds < 60) {
-        return QStringLiteral("Refreshed %1s ago").arg(seconds);
+        //: When the royalty figures were last fetched: %1 seconds ago ("s" abbreviates seconds)
+        return tr("Refreshed %1s ago").arg(seconds);
     }
     if (seconds < 3600) {
-        return QStringLiteral("Refreshed %1m ago").arg(seconds / 60);
+        //: When the royalty figures were last fetched: %1 minutes ago ("m" abbreviates minutes)
+        return tr("Refreshed %1m ago").arg(seconds / 60);
     }
     const qint64 hours = seconds / 3600;
     const qint64 rest = seconds % 3600;
     if (rest < 60) {
-        return QStringLiteral("Refreshed %1h ago").arg(hours);
+        //: When the royalty figures were last fetched: %1 hours ago ("h" abbreviates hours)
+        return tr("Refreshed %1h ago").arg(hours);
     }
-    return QStringLiteral("Refreshed %1h %2m ago").arg(hours).arg(rest / 60);
+    //: When the royalty figures were last fetched: %1 hours and %2 minutes ago ("h" and "m" abbreviate
+    //: hours and minutes)
+    return tr("Refreshed %1h %2m ago").arg(hours).arg(rest / 60);
 }
 
 QString ConnectionSession::nextRefreshText(const QDateTime &now) const
 {
     if (!m_isNetworkAvailable) {
-        return QStringLiteral(u"Waiting for internet\u2026");
+        //: Instead of the time of the next refresh, while there is no network
+        return tr("Waiting for internet\u2026");
     }
     if (m_isLoading) {
-        return QStringLiteral(u"Refreshing now\u2026");
+        //: Instead of the time of the next refresh, while the figures are being fetched
+        return tr("Refreshing now\u2026");
     }
     if (!m_nextRefreshAt) {
-        return QStringLiteral("Automatic refresh not scheduled");
+        return tr("Automatic refresh not scheduled");
     }
     if (now < *m_nextRefreshAt) {
         const auto remaining = static_cast<qint64>(std::ceil(double(now.msecsTo(*m_nextRefreshAt)) / 1000.0));
@@ -515,9 +528,11 @@ QString ConnectionSession::nextRefreshText(const QDateTime &now) const
         const qint64 seconds = remaining % 60;
         const QString countdown = hours == 0 ? QString::asprintf("%02lld:%02lld", minutes, seconds)
                                              : QString::asprintf("%lld:%02lld:%02lld", hours, minutes, seconds);
-        return QStringLiteral("Next refresh in ") + countdown;
+        //: %1 is a countdown, such as 04:59 or 1:04:59
+        return tr("Next refresh in %1").arg(countdown);
     }
-    return QStringLiteral(u"Refresh queued\u2026");
+    //: Instead of the time of the next refresh, when it is due and waits its turn
+    return tr("Refresh queued\u2026");
 }
 
 QString ConnectionSession::friendlyMessage(const ServiceError &error)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QString>
 
 // The few texts and names that speak of the desktop Inkwarden runs on. They live together so that
@@ -8,91 +9,111 @@ namespace PlatformTexts {
 
 inline QString keyringSaveFailure(int status)
 {
-    return QStringLiteral("Could not save the API key in the keyring (") + QString::number(status)
-           + QStringLiteral(").");
+    //: %1 is the error code the keyring returned
+    return QCoreApplication::translate("PlatformTexts", "Could not save the API key in the keyring (%1).").arg(status);
 }
 
 // While the keyring that holds the API key is locked: Inkwarden waits for it instead of signing in.
 inline QString keyringLocked()
 {
-    return QStringLiteral("Unlock your keyring to show your royalties.");
+    return QCoreApplication::translate("PlatformTexts", "Unlock your keyring to show your royalties.");
 }
 
 // While the keyring does not answer, or refuses to be read.
 inline QString keyringUnreachable()
 {
-    return QStringLiteral("Your keyring is not answering. Inkwarden will read your API key as soon as it does.");
+    return QCoreApplication::translate(
+        "PlatformTexts", "Your keyring is not answering. Inkwarden will read your API key as soon as it does.");
 }
 
 // A save that failed while the keyring stayed locked.
 inline QString keyringLockedSaveFailure()
 {
-    return QStringLiteral("Your keyring is locked, so the API key could not be saved. Unlock your keyring, then "
-                          "sign in again.");
+    return QCoreApplication::translate("PlatformTexts",
+                                       "Your keyring is locked, so the API key could not be saved. Unlock your "
+                                       "keyring, then sign in again.");
 }
 
 inline QString apiKeyStorageNote()
 {
-    return QStringLiteral(
-        u"My Account \u2192 Settings \u2192 API Access \u00B7 Stored securely in your system keyring");
+    //: Under the API key field. "My Account", "Settings" and "API Access" are the pages of the Inkwarden
+    //: website where the key is found, each arrow leading to the next
+    return QCoreApplication::translate(
+        "PlatformTexts", "My Account \u2192 Settings \u2192 API Access \u00B7 Stored securely in your system keyring");
 }
 
 inline QString showInFileManager()
 {
-    return QStringLiteral("Show in Files");
+    //: A button that shows the downloaded installer in the file manager
+    return QCoreApplication::translate("PlatformTexts", "Show in Files");
 }
 
 inline QString openFromFileManager()
 {
-    return QStringLiteral("The update is downloaded. Open it from your file manager to continue.");
+    return QCoreApplication::translate("PlatformTexts",
+                                       "The update is downloaded. Open it from your file manager to continue.");
 }
 
-inline QString installerNotOpenedPrefix()
+// Why the installer did not open, as the system said it.
+inline QString installerNotOpened(const QString &reason)
 {
-    return QStringLiteral("The system did not open the installer: ");
+    //: %1 is the system's reason
+    return QCoreApplication::translate("PlatformTexts", "The system did not open the installer: %1").arg(reason);
 }
 
 inline QString installerOpened()
 {
-    return QStringLiteral("Installer opened. If it is not visible, choose Show in Files.");
+    //: "Show in Files" is the button of that name
+    return QCoreApplication::translate("PlatformTexts",
+                                       "Installer opened. If it is not visible, choose Show in Files.");
 }
 
 inline QString downloadUpdateQuestion()
 {
-    return QStringLiteral("Download the latest version now?");
+    return QCoreApplication::translate("PlatformTexts", "Download the latest version now?");
 }
 
 inline QString loginApprovalRequired()
 {
-    return QStringLiteral("Approval is required in your system's autostart settings");
+    //: Under the setting that starts Inkwarden when the user logs in
+    return QCoreApplication::translate("PlatformTexts", "Approval is required in your system's autostart settings");
 }
 
 inline QString launchAtLoginExplanation()
 {
-    return QStringLiteral("Launch Inkwarden after you sign in to or restart your computer");
+    //: Under the setting that starts Inkwarden when the user logs in
+    return QCoreApplication::translate("PlatformTexts",
+                                       "Launch Inkwarden after you sign in to or restart your computer");
 }
 
 inline QString loginRegisteredButNotApproved()
 {
-    return QStringLiteral("Inkwarden is registered, but the system has not approved it. It will not open at login "
-                          "until you enable it in your system's autostart settings.");
+    return QCoreApplication::translate("PlatformTexts",
+                                       "Inkwarden is registered, but the system has not approved it. It will not "
+                                       "open at login until you enable it in your system's autostart settings.");
 }
 
 inline QString openLoginItemsSettings()
 {
-    return QStringLiteral("Open Autostart Settings");
+    //: A button that opens the desktop's settings of the programs started at login
+    return QCoreApplication::translate("PlatformTexts", "Open Autostart Settings");
 }
 
 inline QString couldNotEnableOpenAtLogin()
 {
-    return QStringLiteral("The system could not enable Open at Login. Make sure Inkwarden is installed, then enable "
-                          "it in your system's autostart settings.");
+    //: "Open at Login" is starting Inkwarden when the user logs in
+    return QCoreApplication::translate("PlatformTexts",
+                                       "The system could not enable Open at Login. Make sure Inkwarden is installed, "
+                                       "then enable it in your system's autostart settings.");
 }
 
 inline QString couldNotUpdateOpenAtLogin(const QString &reason)
 {
-    return QStringLiteral("Could not update Open at Login: ") + reason
-           + QStringLiteral(". Make sure Inkwarden is installed, then try again.");
+    //: "Open at Login" is starting Inkwarden when the user logs in; %1 is the system's reason
+    return QCoreApplication::translate("PlatformTexts",
+                                       "Could not update Open at Login: %1. Make sure Inkwarden is installed, then "
+                                       "try again.")
+        .arg(reason);
 }
 
 // The installer the server offers for this system, and the name it is saved under.

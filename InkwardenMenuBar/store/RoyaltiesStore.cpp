@@ -38,9 +38,10 @@ RoyaltiesStore::RoyaltiesStore(StoreEnvironment environment, QObject *parent)
                                                  m_environment.appInfo.defaultServerURL.value_or(builtInServerURL())))
 {
     if (const std::optional<QString> &aside = m_settings->setAsideFile()) {
-        m_status->setErrorMessage(QStringLiteral("Inkwarden could not read its settings file and started with the "
-                                                 "default settings. The old file was kept as ")
-                                  + *aside + u'.');
+        //: %1 is the path of the unreadable settings file, renamed and kept aside
+        m_status->setErrorMessage(tr("Inkwarden could not read its settings file and started with the default "
+                                     "settings. The old file was kept as %1.")
+                                      .arg(*aside));
     }
     m_login =
         std::make_unique<OpenAtLogin>(m_environment.loginItems, m_environment.desktop, m_environment.clock, *m_status);

@@ -161,17 +161,22 @@ void RoyaltyAlerts::announce(double increase, RoyaltyPeriod period)
     DesktopNotifications::Notification notification;
     notification.withSound = m_notificationSound;
     if (m_environment.settings.hideAmounts()) {
-        notification.title = QStringLiteral("New royalties");
+        //: The title of a desktop notification when the amounts are hidden
+        notification.title = tr("New royalties");
         notification.body = period.title();
     } else {
         const ConnectionSession &session = m_environment.session;
-        notification.title = u'+' + session.money(increase, false) + QStringLiteral(" in royalties");
+        //: The title of a desktop notification; %1 is the amount earned since the last refresh, such as
+        //: $12.50
+        notification.title = tr("+%1 in royalties").arg(session.money(increase, false));
         // The figure as the dashboard shows it, when the refreshed period is the one on show.
         notification.body = period.title();
         if (m_lastSeen && m_lastSeen->period == period) {
             const double figure =
                 MoneyFormatter::highlightedRoyalty(m_lastSeen->summary, m_environment.settings.displayedRoyalty());
-            notification.body += QStringLiteral(": ") + session.money(figure, m_lastSeen->summary.currency, false);
+            //: The body of a desktop notification: %1 is the period, such as "Today", %2 its royalties
+            notification.body =
+                tr("%1: %2").arg(notification.body, session.money(figure, m_lastSeen->summary.currency, false));
         }
     }
     m_environment.notifications.show(notification);

@@ -55,7 +55,7 @@ Item {
                     }
                     TextLine {
                         objectName: "connectSubtitle"
-                        text: "See your latest royalties from the menu bar."
+                        text: qsTr("See your latest royalties from the menu bar.")
                         font: Typography.subheadline
                         color: Theme.secondaryText
                         wrapMode: Text.Wrap
@@ -83,7 +83,8 @@ Item {
                     AbstractButton {
                         id: disclosure
                         objectName: "manualConnectionToggle"
-                        text: "Connect manually"
+                        //: Toggle that unfolds the form for typing a server address and an API key by hand
+                        text: qsTr("Connect manually")
                         checkable: true
                         checked: view.showsManualConnection
                         focusPolicy: Qt.StrongFocus
@@ -128,30 +129,32 @@ Item {
 
                         LabeledField {
                             objectName: "serverField"
-                            title: "Server"
+                            //: Field title above the address of the Inkwarden server
+                            title: qsTr("Server")
                             hint: view.viewModel.builtInServerURLText
                             TextField {
                                 objectName: "serverURLInput"
-                                placeholderText: "Server URL"
+                                placeholderText: qsTr("Server URL")
                                 text: view.store.serverURL
                                 selectByMouse: true
                                 Layout.fillWidth: true
-                                Accessible.name: "Server URL"
+                                Accessible.name: qsTr("Server URL")
                                 onTextEdited: view.store.serverURL = text
                             }
                         }
                         LabeledField {
                             objectName: "apiKeyField"
-                            title: "API key"
+                            //: Field title above the key that gives Inkwarden access to the account
+                            title: qsTr("API key")
                             hint: view.viewModel.apiKeyHint
                             TextField {
                                 objectName: "apiKeyInput"
-                                placeholderText: "Inkwarden API key"
+                                placeholderText: qsTr("Inkwarden API key")
                                 echoMode: TextInput.Password
                                 text: view.store.apiKey
                                 selectByMouse: true
                                 Layout.fillWidth: true
-                                Accessible.name: "API key"
+                                Accessible.name: qsTr("API key")
                                 onTextEdited: view.store.apiKey = text
                             }
                         }
@@ -175,7 +178,7 @@ Item {
 
                 TextLine {
                     objectName: "browserSignInNote"
-                    text: "Browser sign-in fills the API key automatically. Manual entry remains available whenever you need it."
+                    text: qsTr("Browser sign-in fills the API key automatically. Manual entry remains available whenever you need it.")
                     font: Typography.caption2
                     color: Theme.tertiaryText
                     wrapMode: Text.Wrap
@@ -194,7 +197,8 @@ Item {
 
                 SymbolButton {
                     objectName: "quitButton"
-                    text: "Quit"
+                    //: Button that quits Inkwarden
+                    text: qsTr("Quit")
                     flat: true
                     foreground: Theme.secondaryText
                     Layout.alignment: Qt.AlignHCenter

@@ -10,13 +10,23 @@ ConnectViewModel::ConnectViewModel(QObject *parent)
 QString ConnectViewModel::signInButtonTitle() const
 {
     const bool waiting = fromStore([](const RoyaltiesStore &store) { return store.isAuthenticating(); });
-    return waiting ? QStringLiteral(u"Waiting for browser sign-in\u2026") : QStringLiteral("Sign in with Inkwarden");
+    if (waiting) {
+        //: Title of the sign-in button while the browser sign-in is under way.
+        return tr("Waiting for browser sign-in…");
+    }
+    //: Button that signs in through the browser.
+    return tr("Sign in with Inkwarden");
 }
 
 QString ConnectViewModel::connectButtonTitle() const
 {
     const bool connecting = fromStore([](const RoyaltiesStore &store) { return store.isLoading(); });
-    return connecting ? QStringLiteral(u"Connecting\u2026") : QStringLiteral("Connect with API key");
+    if (connecting) {
+        //: Title of the connect button while the API key is being checked.
+        return tr("Connecting…");
+    }
+    //: Button that connects with the API key typed in above it.
+    return tr("Connect with API key");
 }
 
 QString ConnectViewModel::builtInServerURLText()
@@ -31,6 +41,6 @@ QString ConnectViewModel::apiKeyHint()
 
 QString ConnectViewModel::versionLine() const
 {
-    return QStringLiteral("Version ")
-           + fromStore([](const RoyaltiesStore &store) { return store.currentAppVersion(); });
+    //: Under the sign-in form: %1 is Inkwarden's version number ("1.4.0").
+    return tr("Version %1").arg(fromStore([](const RoyaltiesStore &store) { return store.currentAppVersion(); }));
 }

@@ -61,7 +61,8 @@ Item {
                     objectName: "settingsButton"
                     symbol: "gearshape"
                     symbolSize: 17
-                    toolTip: "Settings"
+                    //: Tool tip of the gear button that opens the settings page
+                    toolTip: qsTr("Settings")
                     foreground: Theme.secondaryText
                     onClicked: view.store.showSettings()
                 }
@@ -97,7 +98,8 @@ Item {
                         Layout.fillWidth: true
                         SegmentedPicker {
                             objectName: "periodPicker"
-                            accessibleName: "Period"
+                            //: Accessible name of the picker choosing the time span of the royalty figures (Today, This Month, ...)
+                            accessibleName: qsTr("Period")
                             model: periods
                             enabled: view.store.canSwitchPeriod
                             onActivated: value => view.store.selectPeriod(value)
@@ -168,7 +170,8 @@ Item {
                         Layout.fillWidth: true
                         TextLine {
                             objectName: "salesBreakdownHeading"
-                            text: "SALES BREAKDOWN"
+                            //: Section heading above the royalties per book format; shown in capital letters
+                            text: qsTr("SALES BREAKDOWN")
                             font: Typography.sectionHeading
                             color: Theme.secondaryText
                         }
@@ -244,7 +247,8 @@ Item {
                 labelFont: Typography.callout
                 leftPadding: 8
                 rightPadding: 8
-                text: "Refresh"
+                //: Footer button that fetches the royalties again now
+                text: qsTr("Refresh")
                 symbol: "arrow.clockwise"
                 enabled: view.store.canRequestSummary
                 onClicked: view.store.refresh()
@@ -254,7 +258,8 @@ Item {
                 labelFont: Typography.callout
                 leftPadding: 8
                 rightPadding: 8
-                text: "Open My Dashboard"
+                //: Footer button that opens the author's dashboard on the Inkwarden website
+                text: qsTr("Open My Dashboard")
                 symbol: "arrow.up.forward.square"
                 onClicked: view.store.openDashboard()
             }
@@ -264,7 +269,8 @@ Item {
                 labelFont: Typography.callout
                 leftPadding: 8
                 rightPadding: 8
-                text: "Quit"
+                //: Footer button that quits Inkwarden
+                text: qsTr("Quit")
                 flat: true
                 foreground: Theme.secondaryText
                 onClicked: Qt.quit()

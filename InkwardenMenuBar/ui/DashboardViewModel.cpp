@@ -21,7 +21,8 @@ QVariant DashboardViewModel::periodCooldownCaption() const
     if (remaining < 1) {
         return {};
     }
-    return QString(QStringLiteral("Period selection available in ") + QString::number(remaining) + QStringLiteral("s"));
+    //: Under the period picker while requests must wait: %1 is a number of seconds, "s" their symbol.
+    return tr("Period selection available in %1s", nullptr, int(qMin<qint64>(remaining, 0x7fffffff))).arg(remaining);
 }
 
 QString DashboardViewModel::statusIndicatorColor() const

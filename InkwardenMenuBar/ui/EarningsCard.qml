@@ -31,7 +31,8 @@ Rectangle {
         anchors.top: parent.top
         anchors.right: parent.right
         anchors.margins: 12
-        Accessible.name: "Refreshing"
+        //: Accessible name of the small spinner shown while the royalties are fetched
+        Accessible.name: qsTr("Refreshing")
     }
 
     ColumnLayout {

@@ -20,10 +20,11 @@ QList<QVariantList> FinancialRowsModel::makeRows(const RoyaltiesStore &store) co
     };
     const RoyaltySummary &summary = store.summary();
     return {
-        row(QStringLiteral("Gross royalties"), summary.gross, QStringLiteral("chart.line.uptrend.xyaxis"),
-            QStringLiteral("blue")),
-        row(QStringLiteral("Ad spend & expenses"), summary.spending, QStringLiteral("megaphone"),
-            QStringLiteral("orange")),
-        row(QStringLiteral("Net royalties"), summary.net, QStringLiteral("banknote"), QStringLiteral("green")),
+        //: Row of the popover's figures: royalties before ad spend and expenses.
+        row(tr("Gross royalties"), summary.gross, QStringLiteral("chart.line.uptrend.xyaxis"), QStringLiteral("blue")),
+        //: Row of the popover's figures: what was spent on ads and other expenses in the period.
+        row(tr("Ad spend & expenses"), summary.spending, QStringLiteral("megaphone"), QStringLiteral("orange")),
+        //: Row of the popover's figures: royalties after ad spend and expenses.
+        row(tr("Net royalties"), summary.net, QStringLiteral("banknote"), QStringLiteral("green")),
     };
 }

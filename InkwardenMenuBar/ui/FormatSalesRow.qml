@@ -15,7 +15,11 @@ Item {
     implicitHeight: content.implicitHeight + 20
     implicitWidth: content.implicitWidth + 28
     Accessible.role: Accessible.StaticText
-    Accessible.name: title + ", " + units + (royalties !== undefined ? ", " + royalties : "")
+    Accessible.name: royalties !== undefined
+                     //: Accessible name of a sales breakdown row: format, units sold, royalties
+                     ? qsTr("%1, %2, %3").arg(title).arg(units).arg(royalties)
+                     //: Accessible name of a sales breakdown row without royalties: format, units sold
+                     : qsTr("%1, %2").arg(title).arg(units)
 
     RowLayout {
         id: content

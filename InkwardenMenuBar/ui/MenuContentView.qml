@@ -84,12 +84,14 @@ Pane {
         footer: DialogButtonBox {
             SymbolButton {
                 objectName: "updatePromptLater"
-                text: "Later"
+                //: Button of the update prompt: do not download the new version now
+                text: qsTr("Later")
                 onClicked: updatePrompt.reject()
             }
             SymbolButton {
                 objectName: "updatePromptDownload"
-                text: "Download Update"
+                //: Button of the update prompt
+                text: qsTr("Download Update")
                 prominent: true
                 onClicked: updatePrompt.accept()
             }

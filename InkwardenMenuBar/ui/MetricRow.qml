@@ -12,7 +12,8 @@ RowLayout {
     spacing: 8
     Layout.fillWidth: true
     Accessible.role: Accessible.StaticText
-    Accessible.name: title + ": " + value
+    //: Accessible name of a financial figure: its name, then the amount
+    Accessible.name: qsTr("%1: %2").arg(title).arg(value)
 
     SymbolIcon {
         symbol: row.icon

@@ -4,15 +4,6 @@
 #include "model/SystemColor.h"
 #include "store/RoyaltiesStore.h"
 
-namespace {
-
-QString countedUnits(qint64 count, const QLocale &locale)
-{
-    return locale.toString(count) + (count == 1 ? QStringLiteral(" unit") : QStringLiteral(" units"));
-}
-
-} // namespace
-
 SalesBreakdownModel::SalesBreakdownModel(QObject *parent)
     : StoreRowsModel({"key", "isCustomFormat", "title", "units", "royalties", "icon", "color", "showsDivider"}, parent)
 {}
@@ -49,7 +40,7 @@ QList<QVariantList> SalesBreakdownModel::makeRows(const RoyaltiesStore &store) c
             QString(QStringLiteral("custom:") + it.key()),
             true,
             it.key(),
-            countedUnits(it->units, store.locale()),
+            SalesBreakdownMetric::countedUnits(it->units, store.locale()),
             store.money(it->royalties, false),
             QStringLiteral("square.grid.2x2"),
             QStringLiteral("pink"),

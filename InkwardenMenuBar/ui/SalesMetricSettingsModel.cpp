@@ -29,8 +29,12 @@ QList<QVariantList> SalesMetricSettingsModel::makeRows(const RoyaltiesStore &sto
             position > 0,
             position > 0,
             position < count - 1,
-            QString(QStringLiteral("Move ") + metric.title() + QStringLiteral(" up")),
-            QString(QStringLiteral("Move ") + metric.title() + QStringLiteral(" down")),
+            //: Tool tip of the button that moves a row of sales up in the list: %1 is the row's title
+            //: ("Paid ebooks").
+            tr("Move %1 up").arg(metric.title()),
+            //: Tool tip of the button that moves a row of sales down in the list: %1 is the row's title
+            //: ("Paid ebooks").
+            tr("Move %1 down").arg(metric.title()),
         });
     }
     return rows;

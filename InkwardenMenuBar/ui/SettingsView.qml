@@ -35,12 +35,14 @@ Item {
                     objectName: "backButton"
                     symbol: "chevron.left"
                     symbolSize: 20
-                    toolTip: "Back"
+                    //: Tool tip of the arrow button that leaves the settings page
+                    toolTip: qsTr("Back")
                     onClicked: view.store.isShowingSettings = false
                 }
                 TextLine {
                     objectName: "settingsTitle"
-                    text: "Settings"
+                    //: Title of the settings page
+                    text: qsTr("Settings")
                     font: Typography.headline
                 }
                 Item { Layout.fillWidth: true }
@@ -73,38 +75,41 @@ Item {
 
                     LabeledField {
                         objectName: "serverField"
-                        title: "Server URL"
-                        hint: "Change this to https://\u2026 for production"
+                        title: qsTr("Server URL")
+                        //: Hint below the server address; keep https:// as it is
+                        hint: qsTr("Change this to https://\u2026 for production")
                         TextField {
                             objectName: "serverURLInput"
-                            placeholderText: "Server URL"
+                            placeholderText: qsTr("Server URL")
                             text: view.store.serverURL
                             selectByMouse: true
                             Layout.fillWidth: true
-                            Accessible.name: "Server URL"
+                            Accessible.name: qsTr("Server URL")
                             onTextEdited: view.store.serverURL = text
                         }
                     }
 
                     LabeledField {
                         objectName: "apiKeyField"
-                        title: "API key"
+                        //: Field title above the key that gives Inkwarden access to the account
+                        title: qsTr("API key")
                         hint: view.viewModel.apiKeyHint
                         TextField {
                             objectName: "apiKeyInput"
-                            placeholderText: "API key"
+                            placeholderText: qsTr("API key")
                             echoMode: TextInput.Password
                             text: view.store.apiKey
                             selectByMouse: true
                             Layout.fillWidth: true
-                            Accessible.name: "API key"
+                            Accessible.name: qsTr("API key")
                             onTextEdited: view.store.apiKey = text
                         }
                     }
 
                     LabeledField {
                         objectName: "accountField"
-                        title: "Account"
+                        //: Field title above the choice of the publishing account whose royalties are shown
+                        title: qsTr("Account")
                         hint: view.viewModel.accountHint
 
                         RowLayout {
@@ -113,7 +118,7 @@ Item {
                             spacing: 8
                             Spinner { size: 13 }
                             TextLine {
-                                text: "Loading account\u2026"
+                                text: qsTr("Loading account\u2026")
                                 font: Typography.callout
                                 color: Theme.secondaryText
                             }
@@ -127,7 +132,7 @@ Item {
                             currentIndex: view.viewModel.selectedAccountIndex
                             font: Typography.body
                             Layout.fillWidth: true
-                            Accessible.name: "Account"
+                            Accessible.name: qsTr("Account")
                             onActivated: view.store.accountID = currentValue
                         }
                         TextLine {
@@ -140,18 +145,20 @@ Item {
                         SymbolButton {
                             objectName: "reloadAccountsButton"
                             visible: view.viewModel.accountRowForm === "none"
-                            text: "Reload accounts"
+                            text: qsTr("Reload accounts")
                             onClicked: view.store.loadAccounts()
                         }
                     }
 
                     LabeledField {
                         objectName: "displayedRoyaltyField"
-                        title: "Show in menu bar"
-                        hint: "This also controls the large highlighted amount"
+                        //: Field title: which royalty figure the panel shows beside its icon
+                        title: qsTr("Show in menu bar")
+                        hint: qsTr("This also controls the large highlighted amount")
                         SegmentedPicker {
                             objectName: "displayedRoyaltyPicker"
-                            accessibleName: "Displayed royalty"
+                            //: Accessible name of the picker choosing which royalty figure is displayed
+                            accessibleName: qsTr("Displayed royalty")
                             model: DisplayedRoyaltyChoicesModel { store: view.store }
                             onActivated: value => view.store.displayedRoyalty = value
                         }
@@ -159,8 +166,9 @@ Item {
 
                     LabeledField {
                         objectName: "refreshField"
-                        title: "Refresh automatically"
-                        hint: "Inkwarden allows no more than one request every 3 seconds"
+                        //: Field title above the choice of how often the royalties are fetched
+                        title: qsTr("Refresh automatically")
+                        hint: qsTr("Inkwarden allows no more than one request every 3 seconds")
                         ComboBox {
                             objectName: "refreshIntervalPicker"
                             model: view.viewModel.refreshIntervalChoices
@@ -169,15 +177,16 @@ Item {
                             currentIndex: view.viewModel.refreshIntervalIndex
                             font: Typography.body
                             Layout.fillWidth: true
-                            Accessible.name: "Refresh interval"
+                            Accessible.name: qsTr("Refresh interval")
                             onActivated: view.store.refreshMinutes = currentValue
                         }
                     }
 
                     LabeledField {
                         objectName: "salesBreakdownField"
-                        title: "Sales breakdown"
-                        hint: "Choose which formats appear and arrange them in your preferred order"
+                        //: Field title above the list of book formats shown in the dashboard's sales breakdown
+                        title: qsTr("Sales breakdown")
+                        hint: qsTr("Choose which formats appear and arrange them in your preferred order")
                         SalesMetricList {
                             objectName: "salesMetricList"
                             store: view.store
@@ -186,12 +195,13 @@ Item {
 
                     LabeledField {
                         objectName: "startAutomaticallyField"
-                        title: "Start automatically"
+                        //: Field title above the switch that starts Inkwarden when the user logs in
+                        title: qsTr("Start automatically")
                         hint: view.viewModel.startAutomaticallyHint
 
                         Switch {
                             objectName: "openAtLoginSwitch"
-                            text: "Open Inkwarden at login"
+                            text: qsTr("Open Inkwarden at login")
                             checked: view.store.opensAtLogin
                             font: Typography.body
                             padding: 0
@@ -230,7 +240,8 @@ Item {
                                     }
                                     TextLine {
                                         objectName: "approvalTitle"
-                                        text: "Approval required"
+                                        //: Title of a notice: the desktop must approve starting Inkwarden at login
+                                        text: qsTr("Approval required")
                                         font: Typography.make(Typography.captionSize, Font.DemiBold)
                                         color: Theme.color("orange")
                                     }
@@ -254,12 +265,12 @@ Item {
 
                     LabeledField {
                         objectName: "notificationsField"
-                        title: "Notifications"
-                        hint: "When a refresh finds new royalties for today or this month"
+                        title: qsTr("Notifications")
+                        hint: qsTr("When a refresh finds new royalties for today or this month")
 
                         Switch {
                             objectName: "notifySwitch"
-                            text: "Notify on new royalties"
+                            text: qsTr("Notify on new royalties")
                             checked: view.store.alerts.notifyOnNewRoyalties
                             font: Typography.body
                             padding: 0
@@ -268,7 +279,8 @@ Item {
                         }
                         Switch {
                             objectName: "soundSwitch"
-                            text: "Play a sound"
+                            //: Switch: play a sound with the notification
+                            text: qsTr("Play a sound")
                             enabled: view.store.alerts.notifyOnNewRoyalties
                             checked: view.store.alerts.notificationSound
                             font: Typography.body
@@ -278,7 +290,8 @@ Item {
                         }
                         Switch {
                             objectName: "quietHoursSwitch"
-                            text: "Quiet hours"
+                            //: Switch: a daily span of time without notifications
+                            text: qsTr("Quiet hours")
                             enabled: view.store.alerts.notifyOnNewRoyalties
                             checked: view.store.alerts.quietHoursEnabled
                             font: Typography.body
@@ -293,7 +306,8 @@ Item {
                             spacing: 6
                             Layout.fillWidth: true
                             TextLine {
-                                text: "From"
+                                //: Label before the start time of the quiet hours, read as "From [time] to [time]"
+                                text: qsTr("From")
                                 font: Typography.body
                             }
                             ComboBox {
@@ -302,11 +316,12 @@ Item {
                                 currentIndex: view.viewModel.quietHoursStartIndex
                                 font: Typography.body
                                 Layout.fillWidth: true
-                                Accessible.name: "Quiet hours start"
+                                Accessible.name: qsTr("Quiet hours start")
                                 onActivated: view.store.alerts.quietHoursStart = currentText
                             }
                             TextLine {
-                                text: "to"
+                                //: Label between the start and end times of the quiet hours, read as "From [time] to [time]"
+                                text: qsTr("to")
                                 font: Typography.body
                             }
                             ComboBox {
@@ -315,7 +330,7 @@ Item {
                                 currentIndex: view.viewModel.quietHoursEndIndex
                                 font: Typography.body
                                 Layout.fillWidth: true
-                                Accessible.name: "Quiet hours end"
+                                Accessible.name: qsTr("Quiet hours end")
                                 onActivated: view.store.alerts.quietHoursEnd = currentText
                             }
                         }
@@ -323,7 +338,8 @@ Item {
                             objectName: "quietHoursSummarySwitch"
                             visible: view.store.alerts.quietHoursEnabled
                             enabled: view.store.alerts.notifyOnNewRoyalties
-                            text: "Tell me what came in when they end"
+                            //: Switch: when the quiet hours end, one notification sums up the royalties that came in during them
+                            text: qsTr("Tell me what came in when they end")
                             checked: view.store.alerts.quietHoursSummary
                             font: Typography.body
                             padding: 0
@@ -334,12 +350,13 @@ Item {
 
                     LabeledField {
                         objectName: "privacyField"
-                        title: "Privacy"
-                        hint: "Every amount shows as $\u2022\u2022\u2022, in the panel too, for a screen that others see"
+                        title: qsTr("Privacy")
+                        //: Hint below the Hide amounts switch; the dollar sign with three bullets shows how a hidden amount looks
+                        hint: qsTr("Every amount shows as $\u2022\u2022\u2022, in the panel too, for a screen that others see")
 
                         Switch {
                             objectName: "hideAmountsSwitch"
-                            text: "Hide amounts"
+                            text: qsTr("Hide amounts")
                             checked: view.store.hideAmounts
                             font: Typography.body
                             padding: 0
@@ -356,7 +373,8 @@ Item {
 
                     LabeledField {
                         objectName: "versionField"
-                        title: "Version"
+                        //: Field title above the installed version of Inkwarden and the update buttons
+                        title: qsTr("Version")
 
                         RowLayout {
                             spacing: 8
@@ -419,7 +437,7 @@ Item {
 
                     SymbolButton {
                         objectName: "saveSettingsButton"
-                        text: "Save settings"
+                        text: qsTr("Save settings")
                         prominent: true
                         busy: view.store.isLoading
                         Layout.fillWidth: true
@@ -430,14 +448,14 @@ Item {
 
                     SymbolButton {
                         objectName: "signOutButton"
-                        text: "Sign out"
+                        text: qsTr("Sign out")
                         Layout.fillWidth: true
                         onClicked: view.store.signOut()
                     }
 
                     SymbolButton {
                         objectName: "quitButton"
-                        text: "Quit Inkwarden"
+                        text: qsTr("Quit Inkwarden")
                         flat: true
                         foreground: Theme.secondaryText
                         Layout.fillWidth: true

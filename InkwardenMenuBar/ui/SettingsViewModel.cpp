@@ -37,10 +37,12 @@ QVariant SettingsViewModel::accountHint() const
 {
     return fromStore([](const RoyaltiesStore &store) -> QVariant {
         if (store.isLoadingAccounts()) {
-            return QStringLiteral("Loading accounts authorized by this API key");
+            //: Hint under the account picker in the settings.
+            return tr("Loading accounts authorized by this API key");
         }
         if (store.accounts().isEmpty()) {
-            return QStringLiteral("Account details could not be loaded");
+            //: Hint under the account picker in the settings.
+            return tr("Account details could not be loaded");
         }
         return {};
     });
@@ -69,8 +71,16 @@ QString SettingsViewModel::singleAccountName() const
 
 QVariantList SettingsViewModel::refreshIntervalChoices()
 {
-    const QStringList texts{QStringLiteral("Every 30 minutes"), QStringLiteral("Every hour"),
-                            QStringLiteral("Every 2 hours"), QStringLiteral("Every 3 hours")};
+    const QStringList texts{
+        //: Choice of how often royalties are refreshed.
+        tr("Every 30 minutes"),
+        //: Choice of how often royalties are refreshed.
+        tr("Every hour"),
+        //: Choice of how often royalties are refreshed.
+        tr("Every 2 hours"),
+        //: Choice of how often royalties are refreshed.
+        tr("Every 3 hours"),
+    };
     QVariantList choices;
     for (qsizetype i = 0; i < texts.size(); ++i) {
         choices.append(QVariantMap{{QStringLiteral("text"), texts.at(i)},

@@ -12,7 +12,8 @@ Item {
     implicitWidth: size
     implicitHeight: size
     Accessible.role: Accessible.Animation
-    Accessible.name: "Loading"
+    //: Accessible name of a turning progress mark shown while something loads
+    Accessible.name: qsTr("Loading")
 
     SymbolIcon {
         anchors.centerIn: parent

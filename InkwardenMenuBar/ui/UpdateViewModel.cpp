@@ -22,23 +22,26 @@ QString UpdateViewModel::updateActionTitle() const
 QString UpdateViewModel::bannerTitle() const
 {
     return fromStore([](const RoyaltiesStore &store) -> QString {
-        return QStringLiteral("Inkwarden ") + store.latestAppVersion().value_or(QString())
-               + QStringLiteral(" is available");
+        //: Title of the update banner: %1 is the new version number ("1.5.0").
+        return tr("Inkwarden %1 is available").arg(store.latestAppVersion().value_or(QString()));
     });
 }
 
 QString UpdateViewModel::bannerSubtitle() const
 {
     return fromStore([](const RoyaltiesStore &store) -> QString {
-        return QStringLiteral("You have version ") + store.currentAppVersion();
+        //: Under the update banner's title: %1 is the running version number ("1.4.0").
+        return tr("You have version %1").arg(store.currentAppVersion());
     });
 }
 
 QString UpdateViewModel::promptMessage() const
 {
     return fromStore([](const RoyaltiesStore &store) -> QString {
-        return QStringLiteral("You are using version ") + store.currentAppVersion() + QStringLiteral(". ")
-               + PlatformTexts::downloadUpdateQuestion();
+        //: Update prompt: %1 is the running version number ("1.4.0"), %2 the question whether to download
+        //: the new version.
+        return tr("You are using version %1. %2")
+            .arg(store.currentAppVersion(), PlatformTexts::downloadUpdateQuestion());
     });
 }
 
@@ -50,7 +53,8 @@ QString UpdateViewModel::showInFilesTitle()
 QString UpdateViewModel::appVersionTitle() const
 {
     return fromStore([](const RoyaltiesStore &store) -> QString {
-        return QStringLiteral("Inkwarden ") + store.currentAppVersion();
+        //: In the settings: %1 is the running version number ("1.4.0").
+        return tr("Inkwarden %1").arg(store.currentAppVersion());
     });
 }
 
@@ -58,10 +62,12 @@ QVariant UpdateViewModel::versionStatusText() const
 {
     return fromStore([](const RoyaltiesStore &store) -> QVariant {
         if (store.isUpdateAvailable()) {
-            return QString(QStringLiteral("Version ") + *store.latestAppVersion() + QStringLiteral(" is available"));
+            //: In the settings: %1 is the new version number ("1.5.0").
+            return tr("Version %1 is available").arg(*store.latestAppVersion());
         }
         if (store.latestAppVersion()) {
-            return QStringLiteral(u"You\u2019re up to date");
+            //: In the settings, once the update check found no newer version.
+            return tr("You’re up to date");
         }
         return {};
     });
@@ -76,7 +82,12 @@ QString UpdateViewModel::versionStatusColor() const
 QString UpdateViewModel::checkForUpdatesTitle() const
 {
     const bool checking = fromStore([](const RoyaltiesStore &store) { return store.isCheckingForUpdates(); });
-    return checking ? QStringLiteral(u"Checking\u2026") : QStringLiteral("Check for updates");
+    if (checking) {
+        //: Title of the check-for-updates button while the check is under way.
+        return tr("Checking…");
+    }
+    //: Button in the settings.
+    return tr("Check for updates");
 }
 
 bool UpdateViewModel::canCheckForUpdates() const
@@ -88,7 +99,12 @@ bool UpdateViewModel::canCheckForUpdates() const
 QString UpdateViewModel::installUpdateTitle() const
 {
     const bool downloading = fromStore([](const RoyaltiesStore &store) { return store.isDownloadingUpdate(); });
-    return downloading ? QStringLiteral(u"Downloading\u2026") : QStringLiteral("Install update");
+    if (downloading) {
+        //: Title of the install-update button while the update downloads.
+        return tr("Downloading…");
+    }
+    //: Button that downloads and opens the new version's installer.
+    return tr("Install update");
 }
 
 bool UpdateViewModel::hasDownloadedUpdate() const

@@ -10,6 +10,7 @@ INKWARDEN_BUILD_PACKAGES=(
     qt6-declarative-dev qt6-svg-dev qml6-module-qtqml qml6-module-qtquick qml6-module-qtquick-controls
     qml6-module-qtquick-layouts qml6-module-qtquick-templates qml6-module-qtqml-workerscript
     qml6-module-qtquick-window qml6-module-qtqml-models fonts-material-design-icons-iconfont fonts-roboto-unhinted
+    qt6-tools-dev qt6-l10n-tools qt6-translations-l10n
 )
 
 # What running Inkwarden on a desktop needs besides what it is built from: the keyring, the
@@ -26,7 +27,10 @@ INKWARDEN_PACKAGE_PACKAGES=(
     dpkg-dev file appstream desktop-file-utils
 )
 
+# What the tests need besides the build. The Japanese font lets the Japanese popover render (and be
+# measured) with real glyphs, as on a Japanese desktop, which always has one.
 INKWARDEN_TEST_PACKAGES=(
+    fonts-ipafont-gothic
     gnome-keyring gcr libkf5wallet-bin
     dbus-daemon dbus-bin python3-dbusmock
     clang clang-format clang-tidy libclang-rt-14-dev libbenchmark-dev qt6-declarative-dev-tools

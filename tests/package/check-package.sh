@@ -88,6 +88,8 @@ for library in libqt6quick6 libqt6svg6 libqt6dbus6 libqt6keychain1 libqcoro6core
 done
 printf '%s\n' "$recommends" | grep -qw libglib2.0-bin && pass "recommends libglib2.0-bin" \
     || fail "Recommends lacks libglib2.0-bin: $recommends"
+printf '%s\n' "$recommends" | grep -qw qt6-translations-l10n && pass "recommends qt6-translations-l10n" \
+    || fail "Recommends lacks qt6-translations-l10n: $recommends"
 # Every name is one Debian knows (has a candidate version for), when apt has its package lists.
 if [[ "$(apt-cache policy libc6 2>/dev/null)" == *"Candidate: "[0-9]* ]]; then
     mapfile -t named < <( { printf '%s\n' "$depends_names"; printf '%s\n' "$recommends" | tr ',' '\n' |
@@ -199,6 +201,15 @@ grep -q "<release version=\"$version\"" "$metainfo" && pass "metainfo names rele
     || fail "metainfo has no release $version"
 grep -q '<launchable type="desktop-id">com.inkwarden.menubar.desktop</launchable>' "$metainfo" \
     || fail "metainfo does not launch the desktop entry"
+# Software centres and menus in Inkwarden's languages show its own words.
+for language in de fr es it ja; do
+    for key in GenericName Comment Keywords; do
+        grep -q "^$key\[$language\]=." "$desktop_entry" || fail "desktop entry has no $key[$language]"
+    done
+    grep -q "<summary xml:lang=\"$language\">" "$metainfo" || fail "metainfo has no summary in $language"
+    [ "$(grep -c "<p xml:lang=\"$language\">" "$metainfo")" = 2 ] || fail "metainfo's description is not in $language"
+done
+pass "desktop entry and metainfo in de, fr, es, it and ja"
 
 for size in "${icon_sizes[@]}"; do
     png="$root/usr/share/icons/hicolor/${size}x${size}/apps/com.inkwarden.menubar.png"

@@ -1,7 +1,10 @@
 // Renders every screen of the popover offscreen, in a light and a dark desktop palette, to PNG
 // files, against stores set up in the states a person meets. Prints the path of each file.
+// Given a language ("de"), renders the connect view, the dashboard and the settings in that language
+// instead, into a folder of the language's name.
 
 #include "ViewHarness.h"
+#include "shell/AppTranslations.h"
 #include "store/AppUpdates.h"
 #include "store/BrowserSignIn.h"
 #include "store/ConnectionSession.h"
@@ -276,7 +279,19 @@ int main(int argc, char **argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QGuiApplication app(argc, argv);
-    const QString folder = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral("screenshots");
+    QString folder = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral("screenshots");
+    const QString language = argc > 2 ? QString::fromLocal8Bit(argv[2]) : QString();
+    const AppTranslations translations(language.isEmpty() ? QStringList() : QStringList{language});
+    if (translations.language() != language) {
+        std::fprintf(stderr, "Inkwarden has no translation for %s\n", qPrintable(language));
+        return 1;
+    }
+    const QStringList translatedScreens{QStringLiteral("connect-collapsed"), QStringLiteral("dashboard-usd"),
+                                        QStringLiteral("settings-two-accounts"),
+                                        QStringLiteral("settings-notifications")};
+    if (!language.isEmpty()) {
+        folder = QDir(folder).filePath(language);
+    }
     if (!QDir().mkpath(folder)) {
         std::fprintf(stderr, "cannot create %s\n", qPrintable(folder));
         return 1;
@@ -285,6 +300,9 @@ int main(int argc, char **argv)
     for (const bool dark : {false, true}) {
         QGuiApplication::setPalette(desktopPalette(dark));
         for (const Screen &screen : screens()) {
+            if (!language.isEmpty() && !translatedScreens.contains(screen.name)) {
+                continue;
+            }
             StoreFixture fixture;
             fixture.appInfo = AppInfo{QStringLiteral("1.4.0"), std::nullopt};
             screen.arrange(fixture);

@@ -1,0 +1,1114 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de">
+<context>
+    <name>AppUpdates</name>
+    <message>
+        <source>The downloaded installer could not be found. Download the update again.</source>
+        <translation>Der heruntergeladene Installer wurde nicht gefunden. Laden Sie das Update erneut herunter.</translation>
+    </message>
+    <message>
+        <source>Downloading…</source>
+        <extracomment>The update button while the new version downloads</extracomment>
+        <translation>Wird geladen…</translation>
+    </message>
+    <message>
+        <source>Open installer</source>
+        <extracomment>The update button once the installer is downloaded: it opens the installer</extracomment>
+        <translation>Installer öffnen</translation>
+    </message>
+    <message>
+        <source>Update</source>
+        <extracomment>The button that downloads a newer version of Inkwarden</extracomment>
+        <translation>Update laden</translation>
+    </message>
+    <message>
+        <source>Inkwarden could not determine the latest available version.</source>
+        <translation>Inkwarden konnte die neueste verfügbare Version nicht ermitteln.</translation>
+    </message>
+    <message>
+        <source>Update check failed: %1</source>
+        <extracomment>%1 is the reason, such as a network error</extracomment>
+        <translation>Suche nach Updates fehlgeschlagen: %1</translation>
+    </message>
+    <message>
+        <source>Enter a valid server URL in Settings before downloading an update.</source>
+        <translation>Geben Sie in den Einstellungen eine gültige Server-URL ein, bevor Sie ein Update herunterladen.</translation>
+    </message>
+    <message>
+        <source>Downloading update… You can keep using Inkwarden.</source>
+        <translation>Update wird heruntergeladen… Sie können Inkwarden weiter verwenden.</translation>
+    </message>
+    <message>
+        <source>Update failed: %1</source>
+        <extracomment>%1 is the reason, such as a network error</extracomment>
+        <translation>Update fehlgeschlagen: %1</translation>
+    </message>
+    <message>
+        <source>Update downloaded. Opening the installer…</source>
+        <translation>Update heruntergeladen. Installer wird geöffnet…</translation>
+    </message>
+    <message>
+        <source>Opening the installer…</source>
+        <translation>Installer wird geöffnet…</translation>
+    </message>
+    <message>
+        <source>Enter a valid server URL in Settings before opening the dashboard.</source>
+        <translation>Geben Sie in den Einstellungen eine gültige Server-URL ein, bevor Sie das Dashboard öffnen.</translation>
+    </message>
+    <message>
+        <source>Inkwarden could not open the dashboard URL.</source>
+        <translation>Inkwarden konnte die URL des Dashboards nicht öffnen.</translation>
+    </message>
+</context>
+<context>
+    <name>BrowserSignIn</name>
+    <message>
+        <source>Enter a valid Inkwarden server URL.</source>
+        <translation>Geben Sie eine gültige URL des Inkwarden-Servers ein.</translation>
+    </message>
+    <message>
+        <source>Inkwarden received an invalid sign-in response.</source>
+        <translation>Inkwarden hat eine ungültige Anmeldeantwort erhalten.</translation>
+    </message>
+    <message>
+        <source>This sign-in response does not match the current request. Please try again.</source>
+        <translation>Diese Anmeldeantwort passt nicht zur aktuellen Anfrage. Bitte versuchen Sie es erneut.</translation>
+    </message>
+</context>
+<context>
+    <name>ConnectView</name>
+    <message>
+        <source>See your latest royalties from the menu bar.</source>
+        <translation>Ihre neuesten Tantiemen immer im Blick – direkt in der Leiste.</translation>
+    </message>
+    <message>
+        <source>Connect manually</source>
+        <extracomment>Toggle that unfolds the form for typing a server address and an API key by hand</extracomment>
+        <translation>Manuell verbinden</translation>
+    </message>
+    <message>
+        <source>Server</source>
+        <extracomment>Field title above the address of the Inkwarden server</extracomment>
+        <translation>Server</translation>
+    </message>
+    <message>
+        <source>Server URL</source>
+        <translation>Server-URL</translation>
+    </message>
+    <message>
+        <source>API key</source>
+        <extracomment>Field title above the key that gives Inkwarden access to the account</extracomment>
+        <translation>API-Schlüssel</translation>
+    </message>
+    <message>
+        <source>Inkwarden API key</source>
+        <translation>Inkwarden-API-Schlüssel</translation>
+    </message>
+    <message>
+        <source>Browser sign-in fills the API key automatically. Manual entry remains available whenever you need it.</source>
+        <translation>Bei der Anmeldung im Browser wird der API-Schlüssel automatisch eingetragen. Die manuelle Eingabe bleibt jederzeit möglich.</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <extracomment>Button that quits Inkwarden</extracomment>
+        <translation>Beenden</translation>
+    </message>
+</context>
+<context>
+    <name>ConnectViewModel</name>
+    <message>
+        <source>Waiting for browser sign-in…</source>
+        <extracomment>Title of the sign-in button while the browser sign-in is under way.</extracomment>
+        <translation>Warten auf Anmeldung im Browser…</translation>
+    </message>
+    <message>
+        <source>Sign in with Inkwarden</source>
+        <extracomment>Button that signs in through the browser.</extracomment>
+        <translation>Mit Inkwarden anmelden</translation>
+    </message>
+    <message>
+        <source>Connecting…</source>
+        <extracomment>Title of the connect button while the API key is being checked.</extracomment>
+        <translation>Wird verbunden…</translation>
+    </message>
+    <message>
+        <source>Connect with API key</source>
+        <extracomment>Button that connects with the API key typed in above it.</extracomment>
+        <translation>Mit API-Schlüssel verbinden</translation>
+    </message>
+    <message>
+        <source>Version %1</source>
+        <extracomment>Under the sign-in form: %1 is Inkwarden&apos;s version number (&quot;1.4.0&quot;).</extracomment>
+        <translation>Version %1</translation>
+    </message>
+</context>
+<context>
+    <name>ConnectionSession</name>
+    <message>
+        <source>No internet connection. Inkwarden will refresh automatically when it returns.</source>
+        <translation>Keine Internetverbindung. Inkwarden aktualisiert automatisch, sobald sie wieder besteht.</translation>
+    </message>
+    <message>
+        <source>This API key does not have access to any accounts.</source>
+        <translation>Dieser API-Schlüssel hat auf keine Konten Zugriff.</translation>
+    </message>
+    <message>
+        <source>Not refreshed yet</source>
+        <extracomment>When the royalty figures were last fetched: never yet</extracomment>
+        <translation>Noch nicht aktualisiert</translation>
+    </message>
+    <message>
+        <source>Refreshed just now</source>
+        <extracomment>When the royalty figures were last fetched</extracomment>
+        <translation>Gerade aktualisiert</translation>
+    </message>
+    <message>
+        <source>Refreshed %1s ago</source>
+        <extracomment>When the royalty figures were last fetched: %1 seconds ago (&quot;s&quot; abbreviates seconds)</extracomment>
+        <translation>Vor %1 s aktualisiert</translation>
+    </message>
+    <message>
+        <source>Refreshed %1m ago</source>
+        <extracomment>When the royalty figures were last fetched: %1 minutes ago (&quot;m&quot; abbreviates minutes)</extracomment>
+        <translation>Vor %1 Min. aktualisiert</translation>
+    </message>
+    <message>
+        <source>Refreshed %1h ago</source>
+        <extracomment>When the royalty figures were last fetched: %1 hours ago (&quot;h&quot; abbreviates hours)</extracomment>
+        <translation>Vor %1 Std. aktualisiert</translation>
+    </message>
+    <message>
+        <source>Refreshed %1h %2m ago</source>
+        <extracomment>When the royalty figures were last fetched: %1 hours and %2 minutes ago (&quot;h&quot; and &quot;m&quot; abbreviate hours and minutes)</extracomment>
+        <translation>Vor %1 Std. %2 Min. aktualisiert</translation>
+    </message>
+    <message>
+        <source>Waiting for internet…</source>
+        <extracomment>Instead of the time of the next refresh, while there is no network</extracomment>
+        <translation>Warten auf Internetverbindung…</translation>
+    </message>
+    <message>
+        <source>Refreshing now…</source>
+        <extracomment>Instead of the time of the next refresh, while the figures are being fetched</extracomment>
+        <translation>Wird aktualisiert…</translation>
+    </message>
+    <message>
+        <source>Automatic refresh not scheduled</source>
+        <translation>Keine automatische Aktualisierung geplant</translation>
+    </message>
+    <message>
+        <source>Next refresh in %1</source>
+        <extracomment>%1 is a countdown, such as 04:59 or 1:04:59</extracomment>
+        <translation>Nächste Aktualisierung in %1</translation>
+    </message>
+    <message>
+        <source>Refresh queued…</source>
+        <extracomment>Instead of the time of the next refresh, when it is due and waits its turn</extracomment>
+        <translation>Aktualisierung wartet…</translation>
+    </message>
+</context>
+<context>
+    <name>DashboardView</name>
+    <message>
+        <source>Settings</source>
+        <extracomment>Tool tip of the gear button that opens the settings page</extracomment>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>Period</source>
+        <extracomment>Accessible name of the picker choosing the time span of the royalty figures (Today, This Month, ...)</extracomment>
+        <translation>Zeitraum</translation>
+    </message>
+    <message>
+        <source>SALES BREAKDOWN</source>
+        <extracomment>Section heading above the royalties per book format; shown in capital letters</extracomment>
+        <translation>VERKÄUFE NACH FORMAT</translation>
+    </message>
+    <message>
+        <source>Refresh</source>
+        <extracomment>Footer button that fetches the royalties again now</extracomment>
+        <translation>Aktualisieren</translation>
+    </message>
+    <message>
+        <source>Open My Dashboard</source>
+        <extracomment>Footer button that opens the author&apos;s dashboard on the Inkwarden website</extracomment>
+        <translation>Dashboard</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <extracomment>Footer button that quits Inkwarden</extracomment>
+        <translation>Beenden</translation>
+    </message>
+</context>
+<context>
+    <name>DashboardViewModel</name>
+    <message numerus="yes">
+        <source>Period selection available in %1s</source>
+        <extracomment>Under the period picker while requests must wait: %1 is a number of seconds, &quot;s&quot; their symbol.</extracomment>
+        <translation>
+            <numerusform>Zeitraumwahl in %1 s möglich</numerusform>
+            <numerusform>Zeitraumwahl in %1 s möglich</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>DisplayedRoyalty</name>
+    <message>
+        <source>Gross royalties</source>
+        <extracomment>The royalties before spending is taken off, as the headline figure (a choice in Settings)</extracomment>
+        <translation>Bruttotantiemen</translation>
+    </message>
+    <message>
+        <source>Net royalties</source>
+        <extracomment>The royalties after spending is taken off, as the headline figure (a choice in Settings)</extracomment>
+        <translation>Nettotantiemen</translation>
+    </message>
+</context>
+<context>
+    <name>EarningsCard</name>
+    <message>
+        <source>Refreshing</source>
+        <extracomment>Accessible name of the small spinner shown while the royalties are fetched</extracomment>
+        <translation>Wird aktualisiert</translation>
+    </message>
+</context>
+<context>
+    <name>FinancialRowsModel</name>
+    <message>
+        <source>Gross royalties</source>
+        <extracomment>Row of the popover&apos;s figures: royalties before ad spend and expenses.</extracomment>
+        <translation>Bruttotantiemen</translation>
+    </message>
+    <message>
+        <source>Ad spend &amp; expenses</source>
+        <extracomment>Row of the popover&apos;s figures: what was spent on ads and other expenses in the period.</extracomment>
+        <translation>Werbekosten &amp; Ausgaben</translation>
+    </message>
+    <message>
+        <source>Net royalties</source>
+        <extracomment>Row of the popover&apos;s figures: royalties after ad spend and expenses.</extracomment>
+        <translation>Nettotantiemen</translation>
+    </message>
+</context>
+<context>
+    <name>FormatSalesRow</name>
+    <message>
+        <source>%1, %2, %3</source>
+        <extracomment>Accessible name of a sales breakdown row: format, units sold, royalties</extracomment>
+        <translation>%1, %2, %3</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <extracomment>Accessible name of a sales breakdown row without royalties: format, units sold</extracomment>
+        <translation>%1, %2</translation>
+    </message>
+</context>
+<context>
+    <name>FreedesktopNotifications</name>
+    <message>
+        <source>Open Inkwarden</source>
+        <extracomment>The notification&apos;s action (a button, or a click on it with some desktops): shows the popover.</extracomment>
+        <translation>Inkwarden öffnen</translation>
+    </message>
+</context>
+<context>
+    <name>InstallerDownloader</name>
+    <message>
+        <source>The request timed out.</source>
+        <translation>Zeitüberschreitung bei der Anfrage.</translation>
+    </message>
+    <message>
+        <source>The latest Inkwarden update could not be downloaded.</source>
+        <translation>Das neueste Inkwarden-Update konnte nicht heruntergeladen werden.</translation>
+    </message>
+    <message>
+        <source>The update could not be saved: %1</source>
+        <extracomment>%1 is the system&apos;s reason why the file could not be written</extracomment>
+        <translation>Das Update konnte nicht gespeichert werden: %1</translation>
+    </message>
+    <message>
+        <source>The folder %1 could not be created.</source>
+        <extracomment>%1 is the path of a folder</extracomment>
+        <translation>Der Ordner %1 konnte nicht erstellt werden.</translation>
+    </message>
+    <message>
+        <source>The earlier download at %1 could not be replaced.</source>
+        <extracomment>%1 is the path of an installer downloaded before</extracomment>
+        <translation>Der frühere Download unter %1 konnte nicht ersetzt werden.</translation>
+    </message>
+    <message>
+        <source>The update could not be moved to %1: %2</source>
+        <extracomment>%1 is the path the installer goes to, %2 the system&apos;s reason why it could not</extracomment>
+        <translation>Das Update konnte nicht nach %1 verschoben werden: %2</translation>
+    </message>
+</context>
+<context>
+    <name>LinuxDesktopServices</name>
+    <message>
+        <source>The file could not be found.</source>
+        <extracomment>Why a downloaded update&apos;s installer did not open (follows &quot;The system did not open the installer: &quot;).</extracomment>
+        <translation>Die Datei wurde nicht gefunden.</translation>
+    </message>
+    <message>
+        <source>A program needed to open the file is not installed.</source>
+        <extracomment>Why a downloaded update&apos;s installer did not open (follows &quot;The system did not open the installer: &quot;).</extracomment>
+        <translation>Ein zum Öffnen der Datei benötigtes Programm ist nicht installiert.</translation>
+    </message>
+    <message>
+        <source>No application could open the file.</source>
+        <extracomment>Why a downloaded update&apos;s installer did not open (follows &quot;The system did not open the installer: &quot;).</extracomment>
+        <translation>Keine Anwendung konnte die Datei öffnen.</translation>
+    </message>
+    <message>
+        <source>The file opener %1 ended with exit status %2.</source>
+        <extracomment>Why a downloaded update&apos;s installer did not open: %1 is a program&apos;s name (&quot;xdg-open&quot;), %2 the number it ended with.</extracomment>
+        <translation>Das Programm %1 zum Öffnen von Dateien wurde mit Status %2 beendet.</translation>
+    </message>
+    <message>
+        <source>No file was given to open.</source>
+        <extracomment>Why a downloaded update&apos;s installer did not open (follows &quot;The system did not open the installer: &quot;).</extracomment>
+        <translation>Es wurde keine zu öffnende Datei angegeben.</translation>
+    </message>
+    <message>
+        <source>The file “%1” does not exist.</source>
+        <extracomment>Why a downloaded update&apos;s installer did not open: %1 is the file&apos;s name.</extracomment>
+        <translation>Die Datei „%1“ existiert nicht.</translation>
+    </message>
+    <message>
+        <source>The file opener %1 could not be started: %2</source>
+        <extracomment>Why a downloaded update&apos;s installer did not open: %1 is a program&apos;s name (&quot;gio&quot;), %2 Qt&apos;s reason.</extracomment>
+        <translation>Das Programm %1 zum Öffnen von Dateien konnte nicht gestartet werden: %2</translation>
+    </message>
+    <message>
+        <source>The file opener %1 stopped unexpectedly.</source>
+        <extracomment>Why a downloaded update&apos;s installer did not open: %1 is a program&apos;s name (&quot;gio&quot;).</extracomment>
+        <translation>Das Programm %1 zum Öffnen von Dateien wurde unerwartet beendet.</translation>
+    </message>
+    <message>
+        <source>No program that opens files is installed: Inkwarden needs gio (package libglib2.0-bin) or xdg-open (package xdg-utils).</source>
+        <extracomment>Why a downloaded update&apos;s installer did not open. Keep the program and package names as they are.</extracomment>
+        <translation>Es ist kein Programm zum Öffnen von Dateien installiert: Inkwarden benötigt gio (Paket libglib2.0-bin) oder xdg-open (Paket xdg-utils).</translation>
+    </message>
+</context>
+<context>
+    <name>MenuContentView</name>
+    <message>
+        <source>Later</source>
+        <extracomment>Button of the update prompt: do not download the new version now</extracomment>
+        <translation>Später</translation>
+    </message>
+    <message>
+        <source>Download Update</source>
+        <extracomment>Button of the update prompt</extracomment>
+        <translation>Update herunterladen</translation>
+    </message>
+</context>
+<context>
+    <name>MetricRow</name>
+    <message>
+        <source>%1: %2</source>
+        <extracomment>Accessible name of a financial figure: its name, then the amount</extracomment>
+        <translation>%1: %2</translation>
+    </message>
+</context>
+<context>
+    <name>PanelStatusBuilder</name>
+    <message>
+        <source>Inkwarden Royalties</source>
+        <extracomment>Heading of the panel icon&apos;s tool tip.</extracomment>
+        <translation>Inkwarden-Tantiemen</translation>
+    </message>
+    <message>
+        <source>Not signed in</source>
+        <extracomment>Line of the panel icon&apos;s tool tip while no account is connected.</extracomment>
+        <translation>Nicht angemeldet</translation>
+    </message>
+    <message>
+        <source>%1 · %2</source>
+        <extracomment>Line of the panel icon&apos;s tool tip: %1 is the figure shown in the panel (&quot;$1,235&quot;), %2 when it was refreshed (&quot;Refreshed at 14:05&quot;). The dot separates the two.</extracomment>
+        <translation>%1 · %2</translation>
+    </message>
+    <message>
+        <source>Not refreshed yet</source>
+        <extracomment>In the panel icon&apos;s tool tip, after the figure: no royalties were fetched yet.</extracomment>
+        <translation>Noch nicht aktualisiert</translation>
+    </message>
+    <message>
+        <source>Refreshed at %1</source>
+        <extracomment>In the panel icon&apos;s tool tip, after the figure: %1 is a time of today (&quot;14:05&quot;).</extracomment>
+        <translation>Aktualisiert um %1</translation>
+    </message>
+    <message>
+        <source>Refreshed %1</source>
+        <extracomment>In the panel icon&apos;s tool tip, after the figure: %1 is a date and time before today (&quot;3/4/25 14:05&quot;).</extracomment>
+        <translation>Aktualisiert am %1</translation>
+    </message>
+</context>
+<context>
+    <name>PlatformTexts</name>
+    <message>
+        <source>Could not save the API key in the keyring (%1).</source>
+        <extracomment>%1 is the error code the keyring returned</extracomment>
+        <translation>Der API-Schlüssel konnte nicht im Schlüsselbund gespeichert werden (%1).</translation>
+    </message>
+    <message>
+        <source>Unlock your keyring to show your royalties.</source>
+        <translation>Entsperren Sie Ihren Schlüsselbund, um Ihre Tantiemen anzuzeigen.</translation>
+    </message>
+    <message>
+        <source>Your keyring is not answering. Inkwarden will read your API key as soon as it does.</source>
+        <translation>Ihr Schlüsselbund antwortet nicht. Inkwarden liest Ihren API-Schlüssel, sobald er wieder reagiert.</translation>
+    </message>
+    <message>
+        <source>Your keyring is locked, so the API key could not be saved. Unlock your keyring, then sign in again.</source>
+        <translation>Ihr Schlüsselbund ist gesperrt, daher konnte der API-Schlüssel nicht gespeichert werden. Entsperren Sie den Schlüsselbund und melden Sie sich erneut an.</translation>
+    </message>
+    <message>
+        <source>My Account → Settings → API Access · Stored securely in your system keyring</source>
+        <extracomment>Under the API key field. &quot;My Account&quot;, &quot;Settings&quot; and &quot;API Access&quot; are the pages of the Inkwarden website where the key is found, each arrow leading to the next</extracomment>
+        <translation>Mein Konto → Einstellungen → API-Zugriff · Sicher im Schlüsselbund des Systems gespeichert</translation>
+    </message>
+    <message>
+        <source>Show in Files</source>
+        <extracomment>A button that shows the downloaded installer in the file manager</extracomment>
+        <translation>Im Ordner anzeigen</translation>
+    </message>
+    <message>
+        <source>The update is downloaded. Open it from your file manager to continue.</source>
+        <translation>Das Update wurde heruntergeladen. Öffnen Sie es im Dateimanager, um fortzufahren.</translation>
+    </message>
+    <message>
+        <source>The system did not open the installer: %1</source>
+        <extracomment>%1 is the system&apos;s reason</extracomment>
+        <translation>Das System hat den Installer nicht geöffnet: %1</translation>
+    </message>
+    <message>
+        <source>Installer opened. If it is not visible, choose Show in Files.</source>
+        <extracomment>&quot;Show in Files&quot; is the button of that name</extracomment>
+        <translation>Installer geöffnet. Falls er nicht sichtbar ist, wählen Sie „Im Ordner anzeigen“.</translation>
+    </message>
+    <message>
+        <source>Download the latest version now?</source>
+        <translation>Die neueste Version jetzt herunterladen?</translation>
+    </message>
+    <message>
+        <source>Approval is required in your system&apos;s autostart settings</source>
+        <extracomment>Under the setting that starts Inkwarden when the user logs in</extracomment>
+        <translation>Muss in den Autostart-Einstellungen des Systems genehmigt werden</translation>
+    </message>
+    <message>
+        <source>Launch Inkwarden after you sign in to or restart your computer</source>
+        <extracomment>Under the setting that starts Inkwarden when the user logs in</extracomment>
+        <translation>Inkwarden nach der Anmeldung oder einem Neustart des Computers starten</translation>
+    </message>
+    <message>
+        <source>Inkwarden is registered, but the system has not approved it. It will not open at login until you enable it in your system&apos;s autostart settings.</source>
+        <translation>Inkwarden ist eingetragen, wurde vom System aber nicht genehmigt. Es startet erst bei der Anmeldung, wenn Sie es in den Autostart-Einstellungen des Systems aktivieren.</translation>
+    </message>
+    <message>
+        <source>Open Autostart Settings</source>
+        <extracomment>A button that opens the desktop&apos;s settings of the programs started at login</extracomment>
+        <translation>Autostart-Einstellungen öffnen</translation>
+    </message>
+    <message>
+        <source>The system could not enable Open at Login. Make sure Inkwarden is installed, then enable it in your system&apos;s autostart settings.</source>
+        <extracomment>&quot;Open at Login&quot; is starting Inkwarden when the user logs in</extracomment>
+        <translation>Das System konnte den Start bei der Anmeldung nicht aktivieren. Prüfen Sie, ob Inkwarden installiert ist, und aktivieren Sie es dann in den Autostart-Einstellungen des Systems.</translation>
+    </message>
+    <message>
+        <source>Could not update Open at Login: %1. Make sure Inkwarden is installed, then try again.</source>
+        <extracomment>&quot;Open at Login&quot; is starting Inkwarden when the user logs in; %1 is the system&apos;s reason</extracomment>
+        <translation>Der Start bei der Anmeldung konnte nicht geändert werden: %1. Prüfen Sie, ob Inkwarden installiert ist, und versuchen Sie es erneut.</translation>
+    </message>
+</context>
+<context>
+    <name>RoyaltiesError</name>
+    <message numerus="yes">
+        <source>Please wait %1 seconds before requesting royalties again.</source>
+        <extracomment>The server asked to wait before the next request; %1 is a number of seconds. English keeps &quot;seconds&quot; even for 1; other languages use their plural forms</extracomment>
+        <translation>
+            <numerusform>Bitte warten Sie %1 Sekunde, bevor Sie erneut Tantiemen abrufen.</numerusform>
+            <numerusform>Bitte warten Sie %1 Sekunden, bevor Sie erneut Tantiemen abrufen.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Enter a valid server URL, including http:// or https://.</source>
+        <translation>Geben Sie eine gültige Server-URL mit http:// oder https:// ein.</translation>
+    </message>
+    <message>
+        <source>Enter your Inkwarden API key.</source>
+        <translation>Geben Sie Ihren Inkwarden-API-Schlüssel ein.</translation>
+    </message>
+    <message>
+        <source>Inkwarden returned an unexpected response.</source>
+        <translation>Inkwarden hat eine unerwartete Antwort geliefert.</translation>
+    </message>
+</context>
+<context>
+    <name>RoyaltiesService</name>
+    <message>
+        <source>Connection closed</source>
+        <extracomment>A network error: the server closed the connection</extracomment>
+        <translation>Verbindung geschlossen</translation>
+    </message>
+    <message>
+        <source>The request timed out.</source>
+        <translation>Zeitüberschreitung bei der Anfrage.</translation>
+    </message>
+    <message>
+        <source>Server returned HTTP %1.</source>
+        <extracomment>%1 is an HTTP status code, such as 500</extracomment>
+        <translation>Der Server antwortete mit HTTP %1.</translation>
+    </message>
+</context>
+<context>
+    <name>RoyaltiesStore</name>
+    <message>
+        <source>Inkwarden could not read its settings file and started with the default settings. The old file was kept as %1.</source>
+        <extracomment>%1 is the path of the unreadable settings file, renamed and kept aside</extracomment>
+        <translation>Inkwarden konnte seine Einstellungsdatei nicht lesen und wurde mit den Standardeinstellungen gestartet. Die alte Datei wurde als %1 aufbewahrt.</translation>
+    </message>
+</context>
+<context>
+    <name>RoyaltyAlerts</name>
+    <message>
+        <source>New royalties</source>
+        <extracomment>The title of a desktop notification when the amounts are hidden</extracomment>
+        <translation>Neue Tantiemen</translation>
+    </message>
+    <message>
+        <source>+%1 in royalties</source>
+        <extracomment>The title of a desktop notification; %1 is the amount earned since the last refresh, such as $12.50</extracomment>
+        <translation>+%1 Tantiemen</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <extracomment>The body of a desktop notification: %1 is the period, such as &quot;Today&quot;, %2 its royalties</extracomment>
+        <translation>%1: %2</translation>
+    </message>
+</context>
+<context>
+    <name>RoyaltyPeriod</name>
+    <message>
+        <source>Today</source>
+        <extracomment>The period of royalty figures shown: the current day</extracomment>
+        <translation>Heute</translation>
+    </message>
+    <message>
+        <source>Yesterday</source>
+        <extracomment>The period of royalty figures shown: the day before today</extracomment>
+        <translation>Gestern</translation>
+    </message>
+    <message>
+        <source>This Month</source>
+        <extracomment>The period of royalty figures shown: the current calendar month so far</extracomment>
+        <translation>Dieser Monat</translation>
+    </message>
+</context>
+<context>
+    <name>SalesBreakdownMetric</name>
+    <message>
+        <source>Paid ebooks</source>
+        <extracomment>A row of the sales breakdown: ebooks sold for money</extracomment>
+        <translation>Bezahlte E-Books</translation>
+    </message>
+    <message>
+        <source>Paperbacks</source>
+        <extracomment>A row of the sales breakdown: paperback copies sold</extracomment>
+        <translation>Taschenbücher</translation>
+    </message>
+    <message>
+        <source>Hardcovers</source>
+        <extracomment>A row of the sales breakdown: hardcover copies sold</extracomment>
+        <translation>Hardcover</translation>
+    </message>
+    <message>
+        <source>Audiobooks</source>
+        <extracomment>A row of the sales breakdown: audiobooks sold</extracomment>
+        <translation>Hörbücher</translation>
+    </message>
+    <message>
+        <source>Expanded distribution</source>
+        <extracomment>A row of the sales breakdown: print copies sold through other stores and libraries</extracomment>
+        <translation>Erweiterter Vertrieb</translation>
+    </message>
+    <message>
+        <source>KENP reads</source>
+        <extracomment>A row of the sales breakdown: pages read through the subscription lending programme; KENP is a unit name that normally stays as it is</extracomment>
+        <translation>KENP-Seiten</translation>
+    </message>
+    <message>
+        <source>Upcoming pre-orders</source>
+        <extracomment>A row of the sales breakdown: pre-orders of books not yet released</extracomment>
+        <translation>Vorbestellungen</translation>
+    </message>
+    <message>
+        <source>Free ebooks</source>
+        <extracomment>A row of the sales breakdown: ebooks downloaded for free</extracomment>
+        <translation>Kostenlose E-Books</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 pages</source>
+        <extracomment>Pages read through the subscription lending programme, %1 being the count. English keeps &quot;pages&quot; even for 1; other languages use their plural forms</extracomment>
+        <translation>
+            <numerusform>%1 Seite</numerusform>
+            <numerusform>%1 Seiten</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 · same for all periods</source>
+        <extracomment>%1 is a count of pre-ordered copies, such as &quot;2 units&quot;; the pre-orders do not depend on the period chosen</extracomment>
+        <translation>%1 · in jedem Zeitraum gleich</translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 downloads</source>
+        <extracomment>Free ebook downloads, %1 being the count. English keeps &quot;downloads&quot; even for 1; other languages use their plural forms</extracomment>
+        <translation>
+            <numerusform>%1 Download</numerusform>
+            <numerusform>%1 Downloads</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 unit(s)</source>
+        <extracomment>Copies sold, %1 being the count: &quot;1 unit&quot;, &quot;1,234 units&quot;</extracomment>
+        <translation>
+            <numerusform>%1 Exemplar</numerusform>
+            <numerusform>%1 Exemplare</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>SalesMetricSettingsModel</name>
+    <message>
+        <source>Move %1 up</source>
+        <extracomment>Tool tip of the button that moves a row of sales up in the list: %1 is the row&apos;s title (&quot;Paid ebooks&quot;).</extracomment>
+        <translation>%1 nach oben verschieben</translation>
+    </message>
+    <message>
+        <source>Move %1 down</source>
+        <extracomment>Tool tip of the button that moves a row of sales down in the list: %1 is the row&apos;s title (&quot;Paid ebooks&quot;).</extracomment>
+        <translation>%1 nach unten verschieben</translation>
+    </message>
+</context>
+<context>
+    <name>SettingsView</name>
+    <message>
+        <source>Back</source>
+        <extracomment>Tool tip of the arrow button that leaves the settings page</extracomment>
+        <translation>Zurück</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <extracomment>Title of the settings page</extracomment>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>Server URL</source>
+        <translation>Server-URL</translation>
+    </message>
+    <message>
+        <source>Change this to https://… for production</source>
+        <extracomment>Hint below the server address; keep https:// as it is</extracomment>
+        <translation>Für den Produktivbetrieb auf https://… ändern</translation>
+    </message>
+    <message>
+        <source>API key</source>
+        <extracomment>Field title above the key that gives Inkwarden access to the account</extracomment>
+        <translation>API-Schlüssel</translation>
+    </message>
+    <message>
+        <source>Account</source>
+        <extracomment>Field title above the choice of the publishing account whose royalties are shown</extracomment>
+        <translation>Konto</translation>
+    </message>
+    <message>
+        <source>Loading account…</source>
+        <translation>Konto wird geladen…</translation>
+    </message>
+    <message>
+        <source>Reload accounts</source>
+        <translation>Konten neu laden</translation>
+    </message>
+    <message>
+        <source>Show in menu bar</source>
+        <extracomment>Field title: which royalty figure the panel shows beside its icon</extracomment>
+        <translation>In der Leiste anzeigen</translation>
+    </message>
+    <message>
+        <source>This also controls the large highlighted amount</source>
+        <translation>Bestimmt auch den großen hervorgehobenen Betrag</translation>
+    </message>
+    <message>
+        <source>Displayed royalty</source>
+        <extracomment>Accessible name of the picker choosing which royalty figure is displayed</extracomment>
+        <translation>Angezeigte Tantiemen</translation>
+    </message>
+    <message>
+        <source>Refresh automatically</source>
+        <extracomment>Field title above the choice of how often the royalties are fetched</extracomment>
+        <translation>Automatisch aktualisieren</translation>
+    </message>
+    <message>
+        <source>Inkwarden allows no more than one request every 3 seconds</source>
+        <translation>Inkwarden erlaubt höchstens eine Anfrage alle 3 Sekunden</translation>
+    </message>
+    <message>
+        <source>Refresh interval</source>
+        <translation>Aktualisierungsintervall</translation>
+    </message>
+    <message>
+        <source>Sales breakdown</source>
+        <extracomment>Field title above the list of book formats shown in the dashboard&apos;s sales breakdown</extracomment>
+        <translation>Verkäufe nach Format</translation>
+    </message>
+    <message>
+        <source>Choose which formats appear and arrange them in your preferred order</source>
+        <translation>Wählen Sie die angezeigten Formate und ordnen Sie sie nach Wunsch an</translation>
+    </message>
+    <message>
+        <source>Start automatically</source>
+        <extracomment>Field title above the switch that starts Inkwarden when the user logs in</extracomment>
+        <translation>Automatisch starten</translation>
+    </message>
+    <message>
+        <source>Open Inkwarden at login</source>
+        <translation>Bei der Anmeldung starten</translation>
+    </message>
+    <message>
+        <source>Approval required</source>
+        <extracomment>Title of a notice: the desktop must approve starting Inkwarden at login</extracomment>
+        <translation>Genehmigung erforderlich</translation>
+    </message>
+    <message>
+        <source>Notifications</source>
+        <translation>Benachrichtigungen</translation>
+    </message>
+    <message>
+        <source>When a refresh finds new royalties for today or this month</source>
+        <translation>Wenn eine Aktualisierung neue Tantiemen für heute oder diesen Monat findet</translation>
+    </message>
+    <message>
+        <source>Notify on new royalties</source>
+        <translation>Neue Tantiemen melden</translation>
+    </message>
+    <message>
+        <source>Play a sound</source>
+        <extracomment>Switch: play a sound with the notification</extracomment>
+        <translation>Ton abspielen</translation>
+    </message>
+    <message>
+        <source>Quiet hours</source>
+        <extracomment>Switch: a daily span of time without notifications</extracomment>
+        <translation>Ruhezeiten</translation>
+    </message>
+    <message>
+        <source>From</source>
+        <extracomment>Label before the start time of the quiet hours, read as &quot;From [time] to [time]&quot;</extracomment>
+        <translation>Von</translation>
+    </message>
+    <message>
+        <source>Quiet hours start</source>
+        <translation>Beginn der Ruhezeiten</translation>
+    </message>
+    <message>
+        <source>to</source>
+        <extracomment>Label between the start and end times of the quiet hours, read as &quot;From [time] to [time]&quot;</extracomment>
+        <translation>bis</translation>
+    </message>
+    <message>
+        <source>Quiet hours end</source>
+        <translation>Ende der Ruhezeiten</translation>
+    </message>
+    <message>
+        <source>Tell me what came in when they end</source>
+        <extracomment>Switch: when the quiet hours end, one notification sums up the royalties that came in during them</extracomment>
+        <translation>Danach neue Tantiemen melden</translation>
+    </message>
+    <message>
+        <source>Privacy</source>
+        <translation>Privatsphäre</translation>
+    </message>
+    <message>
+        <source>Every amount shows as $•••, in the panel too, for a screen that others see</source>
+        <extracomment>Hint below the Hide amounts switch; the dollar sign with three bullets shows how a hidden amount looks</extracomment>
+        <translation>Alle Beträge erscheinen als $•••, auch in der Leiste – für Bildschirme, die andere sehen</translation>
+    </message>
+    <message>
+        <source>Hide amounts</source>
+        <translation>Beträge ausblenden</translation>
+    </message>
+    <message>
+        <source>Version</source>
+        <extracomment>Field title above the installed version of Inkwarden and the update buttons</extracomment>
+        <translation>Version</translation>
+    </message>
+    <message>
+        <source>Save settings</source>
+        <translation>Einstellungen speichern</translation>
+    </message>
+    <message>
+        <source>Sign out</source>
+        <translation>Abmelden</translation>
+    </message>
+    <message>
+        <source>Quit Inkwarden</source>
+        <translation>Inkwarden beenden</translation>
+    </message>
+</context>
+<context>
+    <name>SettingsViewModel</name>
+    <message>
+        <source>Loading accounts authorized by this API key</source>
+        <extracomment>Hint under the account picker in the settings.</extracomment>
+        <translation>Konten dieses API-Schlüssels werden geladen</translation>
+    </message>
+    <message>
+        <source>Account details could not be loaded</source>
+        <extracomment>Hint under the account picker in the settings.</extracomment>
+        <translation>Kontodaten konnten nicht geladen werden</translation>
+    </message>
+    <message>
+        <source>Every 30 minutes</source>
+        <extracomment>Choice of how often royalties are refreshed.</extracomment>
+        <translation>Alle 30 Minuten</translation>
+    </message>
+    <message>
+        <source>Every hour</source>
+        <extracomment>Choice of how often royalties are refreshed.</extracomment>
+        <translation>Stündlich</translation>
+    </message>
+    <message>
+        <source>Every 2 hours</source>
+        <extracomment>Choice of how often royalties are refreshed.</extracomment>
+        <translation>Alle 2 Stunden</translation>
+    </message>
+    <message>
+        <source>Every 3 hours</source>
+        <extracomment>Choice of how often royalties are refreshed.</extracomment>
+        <translation>Alle 3 Stunden</translation>
+    </message>
+</context>
+<context>
+    <name>Spinner</name>
+    <message>
+        <source>Loading</source>
+        <extracomment>Accessible name of a turning progress mark shown while something loads</extracomment>
+        <translation>Wird geladen</translation>
+    </message>
+</context>
+<context>
+    <name>StatusCommand</name>
+    <message>
+        <source>Inkwarden did not tell its status: %1</source>
+        <extracomment>Printed by `inkwarden --status`: %1 is the reason the session bus gave.</extracomment>
+        <translation>Inkwarden hat seinen Status nicht mitgeteilt: %1</translation>
+    </message>
+    <message>
+        <source>Inkwarden is starting and has no status yet.</source>
+        <extracomment>Printed by `inkwarden --status`.</extracomment>
+        <translation>Inkwarden startet gerade und hat noch keinen Status.</translation>
+    </message>
+    <message>
+        <source>There is no session bus to find Inkwarden on.</source>
+        <extracomment>Printed by `inkwarden --status --follow` when there is no D-Bus session bus.</extracomment>
+        <translation>Es gibt keinen Sitzungsbus, über den Inkwarden zu finden wäre.</translation>
+    </message>
+</context>
+<context>
+    <name>StatusItem</name>
+    <message>
+        <source>Open Inkwarden</source>
+        <extracomment>Entry of the panel icon&apos;s menu: shows the popover with the royalties.</extracomment>
+        <translation>Inkwarden öffnen</translation>
+    </message>
+    <message>
+        <source>Refresh</source>
+        <extracomment>Entry of the panel icon&apos;s menu: fetches the royalties again now.</extracomment>
+        <translation>Aktualisieren</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <extracomment>Entry of the panel icon&apos;s menu: opens Inkwarden&apos;s settings.</extracomment>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>Hide amounts</source>
+        <extracomment>Check box entry of the panel icon&apos;s menu: hides the money figures next to the icon and in the popover.</extracomment>
+        <translation>Beträge ausblenden</translation>
+    </message>
+    <message>
+        <source>Quit Inkwarden</source>
+        <extracomment>Entry of the panel icon&apos;s menu: ends Inkwarden.</extracomment>
+        <translation>Inkwarden beenden</translation>
+    </message>
+</context>
+<context>
+    <name>StatusLine</name>
+    <message>
+        <source>Inkwarden is not running.</source>
+        <extracomment>Printed by `inkwarden --status`, and the tool tip of a bar&apos;s module, while Inkwarden does not run.</extracomment>
+        <translation>Inkwarden läuft nicht.</translation>
+    </message>
+</context>
+<context>
+    <name>StatusNotifierItem</name>
+    <message>
+        <source>Inkwarden Royalties</source>
+        <extracomment>Tool tip of the panel icon before any figure is known.</extracomment>
+        <translation>Inkwarden-Tantiemen</translation>
+    </message>
+</context>
+<context>
+    <name>TrayIconStatusItem</name>
+    <message>
+        <source>Inkwarden Royalties</source>
+        <extracomment>Tool tip of the panel icon before any figure is known.</extracomment>
+        <translation>Inkwarden-Tantiemen</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateViewModel</name>
+    <message>
+        <source>Inkwarden %1 is available</source>
+        <extracomment>Title of the update banner: %1 is the new version number (&quot;1.5.0&quot;).</extracomment>
+        <translation>Inkwarden %1 ist verfügbar</translation>
+    </message>
+    <message>
+        <source>You have version %1</source>
+        <extracomment>Under the update banner&apos;s title: %1 is the running version number (&quot;1.4.0&quot;).</extracomment>
+        <translation>Sie haben Version %1</translation>
+    </message>
+    <message>
+        <source>You are using version %1. %2</source>
+        <extracomment>Update prompt: %1 is the running version number (&quot;1.4.0&quot;), %2 the question whether to download the new version.</extracomment>
+        <translation>Sie verwenden Version %1. %2</translation>
+    </message>
+    <message>
+        <source>Inkwarden %1</source>
+        <extracomment>In the settings: %1 is the running version number (&quot;1.4.0&quot;).</extracomment>
+        <translation>Inkwarden %1</translation>
+    </message>
+    <message>
+        <source>Version %1 is available</source>
+        <extracomment>In the settings: %1 is the new version number (&quot;1.5.0&quot;).</extracomment>
+        <translation>Version %1 ist verfügbar</translation>
+    </message>
+    <message>
+        <source>You’re up to date</source>
+        <extracomment>In the settings, once the update check found no newer version.</extracomment>
+        <translation>Sie verwenden die neueste Version</translation>
+    </message>
+    <message>
+        <source>Checking…</source>
+        <extracomment>Title of the check-for-updates button while the check is under way.</extracomment>
+        <translation>Wird geprüft…</translation>
+    </message>
+    <message>
+        <source>Check for updates</source>
+        <extracomment>Button in the settings.</extracomment>
+        <translation>Nach Updates suchen</translation>
+    </message>
+    <message>
+        <source>Downloading…</source>
+        <extracomment>Title of the install-update button while the update downloads.</extracomment>
+        <translation>Wird geladen…</translation>
+    </message>
+    <message>
+        <source>Install update</source>
+        <extracomment>Button that downloads and opens the new version&apos;s installer.</extracomment>
+        <translation>Update installieren</translation>
+    </message>
+</context>
+<context>
+    <name>XdgAutostart</name>
+    <message>
+        <source>“%1” is a file, not a folder</source>
+        <extracomment>Why Open at Login could not be changed, for the middle of a sentence (no capital letter at the start, no full stop at the end). %1 is a path.</extracomment>
+        <translation>„%1“ ist eine Datei, kein Ordner</translation>
+    </message>
+    <message>
+        <source>could not create the folder “%1”: %2</source>
+        <extracomment>Why Open at Login could not be changed, for the middle of a sentence (no capital letter at the start, no full stop at the end). %1 is a path, %2 the system&apos;s reason.</extracomment>
+        <translation>der Ordner „%1“ konnte nicht erstellt werden: %2</translation>
+    </message>
+    <message>
+        <source>Inkwarden could not tell where its own program is</source>
+        <extracomment>Why Open at Login could not be changed, for the middle of a sentence (no capital letter at the start, no full stop at the end).</extracomment>
+        <translation>Inkwarden konnte die eigene Programmdatei nicht finden</translation>
+    </message>
+    <message>
+        <source>the program “%1” is missing or not executable</source>
+        <extracomment>Why Open at Login could not be changed, for the middle of a sentence (no capital letter at the start, no full stop at the end). %1 is a path.</extracomment>
+        <translation>das Programm „%1“ fehlt oder ist nicht ausführbar</translation>
+    </message>
+    <message>
+        <source>could not write “%1”: %2</source>
+        <extracomment>Why Open at Login could not be changed, for the middle of a sentence (no capital letter at the start, no full stop at the end). %1 is a path, %2 the system&apos;s reason.</extracomment>
+        <translation>„%1“ konnte nicht geschrieben werden: %2</translation>
+    </message>
+    <message>
+        <source>could not save “%1”: %2</source>
+        <extracomment>Why Open at Login could not be changed, for the middle of a sentence (no capital letter at the start, no full stop at the end). %1 is a path, %2 the system&apos;s reason.</extracomment>
+        <translation>„%1“ konnte nicht gespeichert werden: %2</translation>
+    </message>
+    <message>
+        <source>could not remove “%1”: %2</source>
+        <extracomment>Why Open at Login could not be changed, for the middle of a sentence (no capital letter at the start, no full stop at the end). %1 is a path, %2 the system&apos;s reason.</extracomment>
+        <translation>„%1“ konnte nicht entfernt werden: %2</translation>
+    </message>
+</context>
+<context>
+    <name>main</name>
+    <message>
+        <source>Unknown</source>
+        <extracomment>What `inkwarden --version` shows in place of the version number when the build has none.</extracomment>
+        <translation>Unbekannt</translation>
+    </message>
+    <message>
+        <source>Print the running Inkwarden&apos;s panel title and exit; exits with status 3 when Inkwarden is not running.</source>
+        <extracomment>Description of the --status option in `inkwarden --help`.</extracomment>
+        <translation>Die Anzeige des laufenden Inkwarden in der Leiste ausgeben und beenden; endet mit Status 3, wenn Inkwarden nicht läuft.</translation>
+    </message>
+    <message>
+        <source>With --status: text (the default), waybar (JSON for waybar&apos;s custom modules) or genmon (for xfce4-genmon-plugin).</source>
+        <extracomment>Description of the --format option in `inkwarden --help`. Keep the option and format names (--status, text, waybar, genmon, xfce4-genmon-plugin) as they are.</extracomment>
+        <translation>Mit --status: text (Standard), waybar (JSON für benutzerdefinierte Module von waybar) oder genmon (für xfce4-genmon-plugin).</translation>
+    </message>
+    <message>
+        <source>format</source>
+        <extracomment>The value&apos;s name after --format in `inkwarden --help` (&quot;--format &lt;format&gt;&quot;).</extracomment>
+        <translation>Format</translation>
+    </message>
+    <message>
+        <source>With --status: keep running and print a new line on every change, waiting for Inkwarden while it is not running.</source>
+        <extracomment>Description of the --follow option in `inkwarden --help`.</extracomment>
+        <translation>Mit --status: weiterlaufen und bei jeder Änderung eine neue Zeile ausgeben; wartet auf Inkwarden, solange es nicht läuft.</translation>
+    </message>
+    <message>
+        <source>Your book royalties at a glance, in the panel.</source>
+        <extracomment>The first line of `inkwarden --help`.</extracomment>
+        <translation>Ihre Buchtantiemen auf einen Blick, in der Leiste.</translation>
+    </message>
+    <message>
+        <source>An inkwarden:// address to open, such as the browser&apos;s sign-in.</source>
+        <extracomment>Description of the address argument in `inkwarden --help`. Keep &quot;inkwarden://&quot; as it is.</extracomment>
+        <translation>Eine zu öffnende inkwarden://-Adresse, etwa die Anmeldung aus dem Browser.</translation>
+    </message>
+    <message>
+        <source>Unknown format &quot;%1&quot;: use text, waybar or genmon.</source>
+        <extracomment>Printed by `inkwarden --status --format …`: %1 is the format asked for. Keep text, waybar and genmon as they are.</extracomment>
+        <translation>Unbekanntes Format „%1“: Verwenden Sie text, waybar oder genmon.</translation>
+    </message>
+    <message>
+        <source>--status takes no address.</source>
+        <extracomment>Printed by `inkwarden --status` given an address as well.</extracomment>
+        <translation>--status akzeptiert keine Adresse.</translation>
+    </message>
+    <message>
+        <source>Inkwarden is already running but could not be reached.</source>
+        <extracomment>Printed to the terminal when a second Inkwarden is started and the first does not answer.</extracomment>
+        <translation>Inkwarden läuft bereits, ist aber nicht erreichbar.</translation>
+    </message>
+</context>
+</TS>
