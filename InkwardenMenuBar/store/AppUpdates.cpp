@@ -2,10 +2,10 @@
 
 #include "DesktopServices.h"
 #include "PlatformTexts.h"
+#include "ServerPages.h"
 #include "StoreStatus.h"
 #include "VersionComparison.h"
 #include "service/RoyaltiesService.h"
-#include "service/ServerAddress.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -268,16 +268,16 @@ void AppUpdates::revealDownloadedUpdate()
 
 void AppUpdates::openDashboard(const QString &serverURL)
 {
-    QUrl url(serverURL.trimmed(), QUrl::StrictMode);
-    if (!url.isValid() || url.scheme().isEmpty() || url.host().isEmpty()) {
+    if (!ServerPages::hasPages(serverURL)) {
         setErrorMessage(tr("Enter a valid server URL in Settings before opening the dashboard."));
         return;
     }
     // Unlike the other pages, the dashboard keeps a query or fragment of the server address.
-    url.setPath(ServerAddress::pagePath(url.path(), QStringLiteral("/dashboard_lite/")));
-    if (!url.isValid()) {
+    const std::optional<QUrl> url =
+        ServerPages::pageURL(serverURL, QStringLiteral("/dashboard_lite/"), ServerPages::AddressExtras::kept);
+    if (!url) {
         setErrorMessage(tr("Inkwarden could not open the dashboard URL."));
         return;
     }
-    m_environment.desktop.openURL(url);
+    m_environment.desktop.openURL(*url);
 }

@@ -52,7 +52,8 @@ ConnectionSession::ConnectionSession(Environment environment, QObject *parent)
     // A keyring that answers at once (or a store in memory) connects the session before it is
     // returned; the real keyring answers later, and nothing waits for it.
     m_environment.secrets.setChangeHandler([this, alive = std::weak_ptr<const bool>(m_lifetime.token())] {
-        if (alive.lock() && *alive.lock() && !m_keyRead) {
+        const std::shared_ptr<const bool> living = alive.lock();
+        if (living && *living && !m_keyRead) {
             readStoredKey();
         }
     });

@@ -13,15 +13,23 @@ std::optional<QUrl> url(const QString &serverURL, const QString &path, const Roy
     return made.value();
 }
 
-std::optional<QUrl> pageURL(const QString &serverURL, const QString &path)
+bool hasPages(const QString &serverURL)
 {
-    QUrl url(serverURL.trimmed(), QUrl::StrictMode);
-    if (!url.isValid() || url.scheme().isEmpty() || url.host().isEmpty()) {
+    const QUrl url(serverURL.trimmed(), QUrl::StrictMode);
+    return url.isValid() && !url.scheme().isEmpty() && !url.host().isEmpty();
+}
+
+std::optional<QUrl> pageURL(const QString &serverURL, const QString &path, AddressExtras extras)
+{
+    if (!hasPages(serverURL)) {
         return std::nullopt;
     }
+    QUrl url(serverURL.trimmed(), QUrl::StrictMode);
     url.setPath(ServerAddress::pagePath(url.path(), path));
-    url.setQuery(QString());
-    url.setFragment(QString());
+    if (extras == AddressExtras::dropped) {
+        url.setQuery(QString());
+        url.setFragment(QString());
+    }
     if (!url.isValid()) {
         return std::nullopt;
     }

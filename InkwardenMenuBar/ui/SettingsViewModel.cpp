@@ -130,9 +130,9 @@ int SettingsViewModel::quietHoursEndIndex() const
         fromStore([](const RoyaltiesStore &store) { return store.alerts().quietHoursEndText(); })));
 }
 
-void SettingsViewModel::watchParts(RoyaltiesStore &store)
+QList<QMetaObject::Connection> SettingsViewModel::watchParts(RoyaltiesStore &store)
 {
-    QObject::connect(&store.alerts(), &RoyaltyAlerts::changed, this, &StoreViewModel::changed);
+    return {QObject::connect(&store.alerts(), &RoyaltyAlerts::changed, this, &StoreViewModel::changed)};
 }
 
 QString SettingsViewModel::openLoginItemsSettingsTitle()

@@ -48,5 +48,5 @@ public:
     int quietHoursEndIndex() const;
 
 protected:
-    void watchParts(RoyaltiesStore &store) override;
+    QList<QMetaObject::Connection> watchParts(RoyaltiesStore &store) override;
 };

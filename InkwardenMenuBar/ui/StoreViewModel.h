@@ -32,8 +32,9 @@ protected:
     StoreViewModel(QList<StoreSignal> watched, QObject *parent);
 
     // What a view model reads beyond the store's own signals (a part of the store that tells its
-    // own changes): connect those to `changed` here. Disconnected with the store.
-    virtual void watchParts(RoyaltiesStore & /*store*/) {}
+    // own changes): connect those to `changed` here and return the connections, which are dropped
+    // when the store changes.
+    virtual QList<QMetaObject::Connection> watchParts(RoyaltiesStore & /*store*/) { return {}; }
 
     // `read` applied to the store, or `fallback` while the view has none yet.
     template <typename Read, typename Value = std::invoke_result_t<Read, const RoyaltiesStore &>>
@@ -45,4 +46,6 @@ protected:
 private:
     QList<StoreSignal> m_watched;
     QPointer<RoyaltiesStore> m_store;
+    // What watchParts connected, dropped when the store changes.
+    QList<QMetaObject::Connection> m_partConnections;
 };

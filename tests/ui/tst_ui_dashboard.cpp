@@ -77,6 +77,7 @@ private Q_SLOTS:
 
     // Financial rows and sales breakdown.
     void financialRowsShowTheThreeFigures();
+    void hiddenAmountsMaskEveryRenderedFigureAndComeBack();
     void breakdownFollowsTheUsersOrderWithoutHiddenMetrics();
     void preOrdersAndFreeEbooksShowNoRoyalties();
     void everyMetricHiddenLeavesEmptyCardButHeading();
@@ -364,6 +365,40 @@ void TestDashboard::financialRowsShowTheThreeFigures()
         QCOMPARE(text(QStringLiteral("title"), row), titles.at(i));
         QCOMPARE(text(QStringLiteral("value"), row), values.at(i));
     }
+}
+
+void TestDashboard::hiddenAmountsMaskEveryRenderedFigureAndComeBack()
+{
+    RoyaltiesStore &store = fixture->makeConnectedStore();
+    store.session().setSummary(sampleSummary());
+    store.setHideAmounts(true);
+    show();
+    const QString mask = QStringLiteral(u"$\u2022\u2022\u2022");
+    QCOMPARE(text(QStringLiteral("highlightedAmount")), mask);
+    for (int i = 0; i < 3; ++i) {
+        QCOMPARE(text(QStringLiteral("value"), item(QStringLiteral("financialRow%1").arg(i))), mask);
+    }
+    // Counts are not money: they stay; each royalty beside them is masked.
+    QQuickItem *ebooks = item(QStringLiteral("breakdownRow_paidEbooks"));
+    QCOMPARE(text(QStringLiteral("units"), ebooks), QStringLiteral("1 unit"));
+    QCOMPARE(text(QStringLiteral("royalties"), ebooks), mask);
+    QQuickItem *paperbacks = item(QStringLiteral("breakdownRow_paperbacks"));
+    QCOMPARE(text(QStringLiteral("units"), paperbacks), QStringLiteral("1,234 units"));
+    QCOMPARE(text(QStringLiteral("royalties"), paperbacks), mask);
+    // No digit of money anywhere in the rows.
+    for (QQuickItem *row : item(QStringLiteral("salesBreakdownRows"))->childItems()) {
+        if (QObject *royalties = view->find(QStringLiteral("royalties"), row);
+            royalties && ViewHarness::isShown(qobject_cast<QQuickItem *>(royalties))) {
+            QCOMPARE(ViewHarness::text(royalties), mask);
+        }
+    }
+
+    store.setHideAmounts(false);
+    view->settle();
+    QCOMPARE(text(QStringLiteral("value"), item(QStringLiteral("financialRow0"))), QStringLiteral("$1,234.50"));
+    QCOMPARE(text(QStringLiteral("royalties"), item(QStringLiteral("breakdownRow_paperbacks"))),
+             QStringLiteral("$2,500.00"));
+    QTRY_COMPARE(text(QStringLiteral("highlightedAmount")), QStringLiteral("$1,234.50"));
 }
 
 void TestDashboard::breakdownFollowsTheUsersOrderWithoutHiddenMetrics()

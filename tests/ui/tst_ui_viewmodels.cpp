@@ -5,6 +5,7 @@
 #include "store/ConnectionSession.h"
 #include "store/OpenAtLogin.h"
 #include "store/PlatformTexts.h"
+#include "store/RoyaltyAlerts.h"
 #include "store/StoreStatus.h"
 #include "ui/ConnectViewModel.h"
 #include "ui/DashboardViewModel.h"
@@ -108,6 +109,32 @@ private Q_SLOTS:
         QCOMPARE(model.startAutomaticallyHint(), PlatformTexts::launchAtLoginExplanation());
         store.login().setLaunchAtLoginRequiresApproval(true);
         QCOMPARE(model.startAutomaticallyHint(), PlatformTexts::loginApprovalRequired());
+    }
+
+    void settingsListenToTheAlertsOfTheirStoreOnly()
+    {
+        StoreFixture otherFixture;
+        RoyaltiesStore &first = m_fixture->makeStore();
+        RoyaltiesStore &second = otherFixture.makeStore();
+        SettingsViewModel model;
+        QSignalSpy changed(&model, &StoreViewModel::changed);
+        model.setStore(&first);
+        changed.clear();
+        first.alerts().setNotificationSound(true);
+        QVERIFY(!changed.isEmpty());
+
+        // Given another store, the first one's choices are nothing to the view any more.
+        model.setStore(&second);
+        changed.clear();
+        first.alerts().setNotificationSound(false);
+        QVERIFY(changed.isEmpty());
+        second.alerts().setNotificationSound(true);
+        QVERIFY(!changed.isEmpty());
+
+        model.setStore(nullptr);
+        changed.clear();
+        second.alerts().setNotificationSound(false);
+        QVERIFY(changed.isEmpty());
     }
 
     void dashboardFollowsTheFiguresAndTheCooldown()
