@@ -1,3 +1,4 @@
+#include "platform/AccessibleApplication.h"
 #include "platform/SingleInstance.h"
 #include "platform/StatusCommand.h"
 #include "platform/TerminationSignals.h"
@@ -162,6 +163,7 @@ int main(int argc, char *argv[])
     }
 
     QApplication app(argc, argv);
+    AccessibleApplication::install();
     const AppTranslations translations;
     // Logging out, or `kill`, ends Inkwarden the way its Quit item does; a signal that comes while it
     // is still starting is acted on once the event loop runs.

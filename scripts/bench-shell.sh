@@ -14,7 +14,7 @@
 #   PSS popover open         0.3 s after the popover appeared (loading the views), and 3 s after
 #                            (what it keeps while someone reads it)
 #   PSS after closing        S seconds, and again 30 s, after the popover was closed
-#   popover first / again    Activate to a viewable window titled "Inkwarden" (xdotool, polled back
+#   popover first / again    Activate to a viewable window titled "Inkwarden Royalties" (xdotool, polled back
 #                            to back; one poll's cost is the resolution): the median of R runs
 #                            (default 5) for a second opening; the first opening of a launch is
 #                            measured in R launches

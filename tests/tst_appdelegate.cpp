@@ -15,17 +15,25 @@ using namespace std::chrono_literals;
 
 namespace {
 
-// The panel item as the delegate drives it: the last title and tool tip it was given.
+// The panel item as the delegate drives it: the titles, the last tool tip and the names in words it
+// was given.
 class RecordingStatusItem final : public StatusItem
 {
 public:
     void setTitle(const MenuBarTitle &title) override { titles.append(title); }
     void setToolTip(const QString &title, const QString &body) override { toolTip = {title, body}; }
+    void setAccessibleTitle(const QString &title) override
+    {
+        if (accessibleTitles.isEmpty() || accessibleTitles.last() != title) {
+            accessibleTitles.append(title);
+        }
+    }
     void click(QPoint point = {}) { Q_EMIT activated(point); }
     void choose(StatusMenuEntry entry) { triggerMenuEntry(entry); }
 
     QList<MenuBarTitle> titles;
     std::pair<QString, QString> toolTip;
+    QStringList accessibleTitles;
 };
 
 class RecordingPopover final : public Popover
@@ -86,6 +94,8 @@ private Q_SLOTS:
     void panelStatusWithoutTheNetworkIsOffline();
     void refreshedTextNamesTheTimeAndTheDateWhenNotToday();
     void hideAmountsFromTheMenuMasksTheItemAndItsStatus();
+    void theItemsNameSaysWhyThereIsNoFigure();
+    void theItemsNameAndToolTipFollowTheFigureAndThePeriod();
 
 private:
     AppDelegate &makeDelegate(bool connected = true);
@@ -99,6 +109,7 @@ private:
 AppDelegate &TestAppDelegate::makeDelegate(bool connected)
 {
     m_item.titles.clear();
+    m_item.accessibleTitles.clear();
     m_popover.shown = false;
     m_popover.anchors.clear();
     RoyaltiesStore &store = connected ? m_fixture->makeConnectedStore() : m_fixture->makeStore();
@@ -328,9 +339,11 @@ void TestAppDelegate::panelStatusGoesFromLoadingToOkWithTheFigure()
     QCOMPARE(status.title, m_item.titles.last().text());
     QVERIFY(status.title.startsWith(QStringLiteral(u"\u00B7 $")));
     const QDateTime refreshed = m_fixture->store().lastUpdated().value();
+    // The period first, then the figure and when it came.
     QCOMPARE(status.toolTipBody,
-             m_item.titles.last().figure() + QStringLiteral(u" \u00B7 ")
+             QStringLiteral("Today: ") + m_item.titles.last().figure() + QStringLiteral(u" \u00B7 ")
                  + PanelStatusBuilder::refreshedText(refreshed, m_fixture->clock.now(), QLocale::system()));
+    QVERIFY(status.toolTipBody.startsWith(QStringLiteral("Today: $")));
     QVERIFY(status.toolTipBody.contains(QStringLiteral("Refreshed at ")));
     QCOMPARE(qvariant_cast<PanelStatus>(changes.last().at(0)), status);
 
@@ -404,13 +417,65 @@ void TestAppDelegate::hideAmountsFromTheMenuMasksTheItemAndItsStatus()
     QVERIFY(m_item.amountsHidden());
     QCOMPARE(m_item.titles.last().figure(), mask);
     QVERIFY(!m_item.titles.last().text().contains(QRegularExpression(QStringLiteral("[0-9]"))));
-    QVERIFY(delegate.panelStatus().toolTipBody.startsWith(mask));
+    QVERIFY(delegate.panelStatus().toolTipBody.startsWith(QStringLiteral("Today: ") + mask + u' '));
     QVERIFY(!delegate.panelStatus().title.contains(QRegularExpression(QStringLiteral("[0-9]"))));
+    // The name in words says the mask the item shows, never the amount.
+    QCOMPARE(m_item.accessibleTitles.last(), QStringLiteral("Inkwarden: Today ") + mask);
 
     m_item.choose(StatusMenuEntry::HideAmounts);
     QVERIFY(!m_fixture->store().hideAmounts());
     QVERIFY(!m_item.amountsHidden());
     QCOMPARE(m_item.titles.last().figure(), figure);
+    QCOMPARE(m_item.accessibleTitles.last(), QStringLiteral("Inkwarden: Today ") + figure);
+}
+
+void TestAppDelegate::theItemsNameSaysWhyThereIsNoFigure()
+{
+    makeDelegate(false).applicationDidFinishLaunching();
+    QCOMPARE(m_item.accessibleTitles, QStringList{QStringLiteral("Inkwarden: Not signed in")});
+
+    // Connected, the figures still on their way: no placeholder glyphs to read out.
+    makeDelegate().applicationDidFinishLaunching();
+    QCOMPARE(m_item.titles.last().text(), QStringLiteral(u"\u25C9 \u2014"));
+    QCOMPARE(m_item.accessibleTitles.last(), QStringLiteral("Inkwarden: Not refreshed yet"));
+    QCOMPARE(m_item.accessibleTitles.last(),
+             PanelStatusBuilder::accessibleTitle(m_fixture->store(), m_item.titles.last()));
+    // Nor in the tool tip.
+    const PanelStatus status =
+        PanelStatusBuilder::build(m_fixture->store(), m_item.titles.last(), m_fixture->clock.now(), m_fixture->locale);
+    QCOMPARE(status.toolTipBody.section(u'\n', 0, 0), QStringLiteral("Not refreshed yet"));
+    QVERIFY(!status.toolTipBody.contains(QChar(0x25C9)));
+}
+
+void TestAppDelegate::theItemsNameAndToolTipFollowTheFigureAndThePeriod()
+{
+    AppDelegate &delegate = makeDelegate();
+    delegate.applicationDidFinishLaunching();
+    QVERIFY(m_fixture->waitUntilIdle());
+    m_fixture->clock.advance(3s);
+    QVERIFY(m_fixture->waitUntilIdle());
+    const QString today = m_item.titles.last().figure();
+    QVERIFY(today.contains(QRegularExpression(QStringLiteral("^\\$[0-9]"))));
+    QCOMPARE(m_item.accessibleTitles.last(), QStringLiteral("Inkwarden: Today ") + today);
+    QVERIFY(delegate.panelStatus().toolTipBody.startsWith(QStringLiteral("Today: ") + today + u' '));
+
+    // Once the cooldown allows another period, the name and the tool tip say it with its figure.
+    m_fixture->clock.advance(3s);
+    QVERIFY(m_fixture->waitUntilIdle());
+    m_fixture->store().selectPeriod(RoyaltyPeriod::thisMonth);
+    QVERIFY(m_fixture->waitUntilIdle());
+    QCOMPARE(m_fixture->store().selectedPeriod(), RoyaltyPeriod(RoyaltyPeriod::thisMonth));
+    const QString month = m_item.titles.last().figure();
+    QVERIFY(month.contains(QRegularExpression(QStringLiteral("^\\$[0-9]"))));
+    QVERIFY(month != today);
+    QCOMPARE(m_item.accessibleTitles.last(), QStringLiteral("Inkwarden: This Month ") + month);
+    QVERIFY2(delegate.panelStatus().toolTipBody.startsWith(QStringLiteral("This Month: ") + month + u' '),
+             qPrintable(delegate.panelStatus().toolTipBody));
+    QVERIFY(m_item.accessibleTitles.contains(QStringLiteral("Inkwarden: Today ") + today));
+
+    // Signed out, it says so.
+    m_fixture->store().signOut();
+    QCOMPARE(m_item.accessibleTitles.last(), QStringLiteral("Inkwarden: Not signed in"));
 }
 
 QTEST_MAIN(TestAppDelegate)

@@ -1,5 +1,5 @@
-// The item's dbusmenu without a bus: its entries, their properties, the layout at each depth and
-// what each event does. tst_statusnotifieritem reads the same menu over a real bus.
+// The item's dbusmenu without a bus: its entries and their access keys, their properties, the layout
+// at each depth and what each event does. tst_statusnotifieritem reads the same menu over a real bus.
 #include "platform/DBusMenu.h"
 #include "platform/DBusMenuAdaptor.h"
 
@@ -27,9 +27,70 @@ private Q_SLOTS:
                              : child.properties.value(QStringLiteral("label")).toString());
             QVERIFY(child.children.isEmpty());
         }
-        QCOMPARE(shown, (QStringList{QStringLiteral("Open Inkwarden"), QStringLiteral("Refresh"),
-                                     QStringLiteral("Settings"), QStringLiteral("Hide amounts"), QStringLiteral("---"),
-                                     QStringLiteral("Quit Inkwarden")}));
+        QCOMPARE(shown, (QStringList{QStringLiteral("_Open Inkwarden"), QStringLiteral("_Refresh"),
+                                     QStringLiteral("_Settings"), QStringLiteral("_Hide amounts"),
+                                     QStringLiteral("---"), QStringLiteral("_Quit Inkwarden")}));
+    }
+
+    void everyEntryHasAnAccessKeyOfItsOwn()
+    {
+        DBusMenu menu;
+        QStringList keys;
+        for (const StatusMenuEntry entry : StatusItem::menuEntries()) {
+            const QString label = menu.properties(DBusMenu::idOf(entry)).value(QStringLiteral("label")).toString();
+            // One "_", before a letter; the words around it are the plain label.
+            QCOMPARE(label.count(u'_'), 1);
+            const qsizetype mark = label.indexOf(u'_');
+            QVERIFY2(mark + 1 < label.size() && label.at(mark + 1).isLetter(), qPrintable(label));
+            keys.append(label.at(mark + 1).toLower());
+            QCOMPARE(QString(label).remove(mark, 1), StatusItem::menuLabel(entry));
+        }
+        QCOMPARE(keys, (QStringList{QStringLiteral("o"), QStringLiteral("r"), QStringLiteral("s"), QStringLiteral("h"),
+                                    QStringLiteral("q")}));
+    }
+
+    void accessKeyLabelsAreWrittenTheDBusMenuWay_data()
+    {
+        QTest::addColumn<QString>("mnemonic");
+        QTest::addColumn<QString>("label");
+        QTest::addColumn<QString>("plain");
+        QTest::newRow("key first") << QStringLiteral("&Refresh") << QStringLiteral("_Refresh")
+                                   << QStringLiteral("Refresh");
+        QTest::newRow("key inside") << QStringLiteral("Inkwarden ö&ffnen") << QStringLiteral("Inkwarden ö_ffnen")
+                                    << QStringLiteral("Inkwarden öffnen");
+        QTest::newRow("literal ampersand")
+            << QStringLiteral("Fish && &Chips") << QStringLiteral("Fish & _Chips") << QStringLiteral("Fish & Chips");
+        QTest::newRow("literal underscore") << QStringLiteral("snake_case &file") << QStringLiteral("snake__case _file")
+                                            << QStringLiteral("snake_case file");
+        QTest::newRow("both, no key") << QStringLiteral("a_b && c") << QStringLiteral("a__b & c")
+                                      << QStringLiteral("a_b & c");
+        QTest::newRow("key in brackets") << QStringLiteral(u"\u8A2D\u5B9A(&S)") << QStringLiteral(u"\u8A2D\u5B9A(_S)")
+                                         << QStringLiteral(u"\u8A2D\u5B9A");
+        QTest::newRow("key in brackets after a space")
+            << QStringLiteral(u"Inkwarden \u3092\u958B\u304F (&O)")
+            << QStringLiteral(u"Inkwarden \u3092\u958B\u304F (_O)") << QStringLiteral(u"Inkwarden \u3092\u958B\u304F");
+        QTest::newRow("trailing mark") << QStringLiteral("Refresh&") << QStringLiteral("Refresh")
+                                       << QStringLiteral("Refresh");
+        QTest::newRow("no mark") << QStringLiteral("Refresh") << QStringLiteral("Refresh") << QStringLiteral("Refresh");
+    }
+
+    void accessKeyLabelsAreWrittenTheDBusMenuWay()
+    {
+        QFETCH(QString, mnemonic);
+        QFETCH(QString, label);
+        QFETCH(QString, plain);
+        QCOMPARE(DBusMenu::accessKeyLabel(mnemonic), label);
+        QCOMPARE(StatusItem::withoutMnemonic(mnemonic), plain);
+    }
+
+    void thePlainLabelIsTheMarkedOneWithoutItsMark()
+    {
+        QCOMPARE(StatusItem::menuMnemonicLabel(StatusMenuEntry::Open), QStringLiteral("&Open Inkwarden"));
+        QCOMPARE(StatusItem::menuLabel(StatusMenuEntry::Open), QStringLiteral("Open Inkwarden"));
+        for (const StatusMenuEntry entry : StatusItem::menuEntries()) {
+            QCOMPARE(StatusItem::menuLabel(entry), StatusItem::withoutMnemonic(StatusItem::menuMnemonicLabel(entry)));
+            QVERIFY(!StatusItem::menuLabel(entry).contains(u'&'));
+        }
     }
 
     void hidingAmountsChecksTheEntryAndTellsTheHost()
@@ -63,7 +124,7 @@ private Q_SLOTS:
         const QVariantMap properties = menu.properties(DBusMenu::idOf(StatusMenuEntry::Refresh),
                                                        {QStringLiteral("label"), QStringLiteral("no-such-property")});
         QCOMPARE(properties.keys(), QStringList{QStringLiteral("label")});
-        QCOMPARE(properties.value(QStringLiteral("label")).toString(), QStringLiteral("Refresh"));
+        QCOMPARE(properties.value(QStringLiteral("label")).toString(), QStringLiteral("_Refresh"));
     }
 
     void quitCarriesControlQ()
@@ -124,8 +185,8 @@ private Q_SLOTS:
         QCOMPARE(layout.children.size(), 6);
         const DBusMenuItemList group = adaptor->GetGroupProperties({1, 5, 99}, {QStringLiteral("label")});
         QCOMPARE(group.size(), 2);
-        QCOMPARE(group[1].properties.value(QStringLiteral("label")).toString(), QStringLiteral("Quit Inkwarden"));
-        QCOMPARE(adaptor->GetProperty(2, QStringLiteral("label")).variant().toString(), QStringLiteral("Refresh"));
+        QCOMPARE(group[1].properties.value(QStringLiteral("label")).toString(), QStringLiteral("_Quit Inkwarden"));
+        QCOMPARE(adaptor->GetProperty(2, QStringLiteral("label")).variant().toString(), QStringLiteral("_Refresh"));
         QVERIFY(!adaptor->AboutToShow(0));
         QList<int> idErrors;
         QVERIFY(adaptor->AboutToShowGroup({0, 1, 77}, idErrors).isEmpty());

@@ -15,7 +15,7 @@ namespace {
 QWindow *popoverWindow()
 {
     for (QWindow *window : QGuiApplication::allWindows()) {
-        if (window->title() == u"Inkwarden") {
+        if (window->title() == u"Inkwarden Royalties") {
             return window;
         }
     }

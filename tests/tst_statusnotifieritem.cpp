@@ -122,6 +122,7 @@ public:
     ~FakeStatusItem() override { --alive; }
     void setTitle(const MenuBarTitle &newTitle) override { title = newTitle; }
     void setToolTip(const QString &tipTitle, const QString &body) override { toolTip = {tipTitle, body}; }
+    void setAccessibleTitle(const QString &words) override { accessibleTitle = words; }
     void click(QPoint point) { Q_EMIT activated(point); }
 
     static inline int alive = 0;
@@ -129,6 +130,7 @@ public:
     StatusItemSelector::Kind kind;
     MenuBarTitle title;
     QStringList toolTip;
+    QString accessibleTitle;
 };
 
 } // namespace
@@ -248,6 +250,7 @@ private Q_SLOTS:
         auto item = makeRegisteredItem();
         QCOMPARE(itemProperty(*item, QStringLiteral("Category")), quoted(QStringLiteral("ApplicationStatus")));
         QCOMPARE(itemProperty(*item, QStringLiteral("Id")), quoted(QStringLiteral("com.inkwarden.menubar")));
+        // The name alone until the app says the figure in words.
         QCOMPARE(itemProperty(*item, QStringLiteral("Title")), quoted(QStringLiteral("Inkwarden")));
         QCOMPARE(itemProperty(*item, QStringLiteral("Status")), quoted(QStringLiteral("Active")));
         QCOMPARE(itemProperty(*item, QStringLiteral("ItemIsMenu")), QStringLiteral("(<false>,)"));
@@ -313,6 +316,39 @@ private Q_SLOTS:
         QCOMPARE(itemProperty(*item, QStringLiteral("XAyatanaLabelGuide")), quoted(QStringLiteral("· $8,888.88")));
     }
 
+    void theTitleSaysTheFigureInWordsAndSaysSo()
+    {
+        auto item = makeRegisteredItem();
+        SignalMonitor monitor(item->serviceName());
+        QVERIFY(monitor.waitUntilWatching());
+        QSignalSpy changed(item.get(), &StatusNotifierItem::accessibleTitleChanged);
+
+        item->setAccessibleTitle(QStringLiteral("Inkwarden: Not signed in"));
+        QVERIFY2(monitor.waitFor(QStringLiteral("org.kde.StatusNotifierItem.NewTitle ()")),
+                 qPrintable(monitor.output()));
+        QCOMPARE(itemProperty(*item, QStringLiteral("Title")), quoted(QStringLiteral("Inkwarden: Not signed in")));
+
+        item->setTitle(figure(QStringLiteral("1,235")));
+        item->setAccessibleTitle(QStringLiteral("Inkwarden: Today $1,235"));
+        QCOMPARE(changed.size(), 2);
+        QCOMPARE(itemProperty(*item, QStringLiteral("Title")), quoted(QStringLiteral("Inkwarden: Today $1,235")));
+        // The same words again are no news for the host.
+        item->setAccessibleTitle(QStringLiteral("Inkwarden: Today $1,235"));
+        QCOMPARE(changed.size(), 2);
+
+        // Hidden amounts: the Title holds the mask the label shows, and no digit.
+        item->setTitle(figure(QStringLiteral(u"\u2022\u2022\u2022")));
+        item->setAccessibleTitle(QStringLiteral(u"Inkwarden: Today $\u2022\u2022\u2022"));
+        QCOMPARE(changed.size(), 3);
+        const QString masked = itemProperty(*item, QStringLiteral("Title"));
+        QCOMPARE(masked, quoted(QStringLiteral(u"Inkwarden: Today $\u2022\u2022\u2022")));
+        QVERIFY(!masked.contains(QRegularExpression(QStringLiteral("[0-9]"))));
+        QCOMPARE(itemProperty(*item, QStringLiteral("XAyatanaLabel")),
+                 quoted(QStringLiteral(u"\u00B7 $\u2022\u2022\u2022")));
+        // The Id, which hosts remember the item by, never follows the title.
+        QCOMPARE(itemProperty(*item, QStringLiteral("Id")), quoted(QStringLiteral("com.inkwarden.menubar")));
+    }
+
     void aFailedRefreshAfterASuccessKeepsTheFigureOnTheLabel()
     {
         auto item = makeRegisteredItem();
@@ -352,9 +388,10 @@ private Q_SLOTS:
             shown.append(match.captured(1) + QLatin1Char(' ')
                          + (match.captured(3).isEmpty() ? match.captured(2) : QStringLiteral("---")));
         }
-        QCOMPARE(shown, (QStringList{QStringLiteral("1 Open Inkwarden"), QStringLiteral("2 Refresh"),
-                                     QStringLiteral("3 Settings"), QStringLiteral("6 Hide amounts"),
-                                     QStringLiteral("4 ---"), QStringLiteral("5 Quit Inkwarden")}));
+        // Each label with its access key, as dbusmenu marks it.
+        QCOMPARE(shown, (QStringList{QStringLiteral("1 _Open Inkwarden"), QStringLiteral("2 _Refresh"),
+                                     QStringLiteral("3 _Settings"), QStringLiteral("6 _Hide amounts"),
+                                     QStringLiteral("4 ---"), QStringLiteral("5 _Quit Inkwarden")}));
         QCOMPARE(busProperty(item->serviceName(), DBusMenu::objectPath(), MenuInterface, QStringLiteral("Version")),
                  QStringLiteral("(<uint32 3>,)"));
         QCOMPARE(
@@ -365,7 +402,7 @@ private Q_SLOTS:
         const GdbusResult label =
             call(item->serviceName(), DBusMenu::objectPath(), MenuInterface + QStringLiteral(".GetProperty"),
                  {QStringLiteral("5"), QStringLiteral("label")});
-        QCOMPARE(label.output, QStringLiteral("(<'Quit Inkwarden'>,)"));
+        QCOMPARE(label.output, QStringLiteral("(<'_Quit Inkwarden'>,)"));
     }
 
     void hideAmountsIsACheckBoxThatFollowsTheSetting()
@@ -631,6 +668,7 @@ private Q_SLOTS:
         StatusItemSelector selector(options);
         selector.setTitle(figure(QStringLiteral("9.99")));
         selector.setToolTip(QStringLiteral("$9.99"), QStringLiteral("Refreshed 09:00"));
+        selector.setAccessibleTitle(QStringLiteral("Inkwarden: Today $9.99"));
         QCOMPARE(selector.kind(), StatusItemSelector::Kind::StatusNotifier);
 
         QTRY_COMPARE(selector.kind(), StatusItemSelector::Kind::TrayIcon);
@@ -638,6 +676,7 @@ private Q_SLOTS:
         QCOMPARE(tray->kind, StatusItemSelector::Kind::TrayIcon);
         QCOMPARE(tray->title, figure(QStringLiteral("9.99")));
         QCOMPARE(tray->toolTip, (QStringList{QStringLiteral("$9.99"), QStringLiteral("Refreshed 09:00")}));
+        QCOMPARE(tray->accessibleTitle, QStringLiteral("Inkwarden: Today $9.99"));
         QSignalSpy activated(&selector, &StatusItem::activated);
         tray->click(QPoint(3, 4));
         QCOMPARE(activated.size(), 1);
@@ -646,6 +685,11 @@ private Q_SLOTS:
         QVERIFY(startWatcher());
         QTRY_COMPARE(selector.kind(), StatusItemSelector::Kind::StatusNotifier);
         QCOMPARE(static_cast<FakeStatusItem *>(selector.current())->title, figure(QStringLiteral("9.99")));
+        QCOMPARE(static_cast<FakeStatusItem *>(selector.current())->accessibleTitle,
+                 QStringLiteral("Inkwarden: Today $9.99"));
+        selector.setAccessibleTitle(QStringLiteral("Inkwarden: Today $10.49"));
+        QCOMPARE(static_cast<FakeStatusItem *>(selector.current())->accessibleTitle,
+                 QStringLiteral("Inkwarden: Today $10.49"));
         // And when it goes, the item waits for it before the tray takes over again.
         stopWatcher();
         QTest::qWait(100);
@@ -674,9 +718,18 @@ private Q_SLOTS:
         for (const QAction *action : tray.menu()->actions()) {
             shown.append(action->isSeparator() ? QStringLiteral("---") : action->text());
         }
-        QCOMPARE(shown, (QStringList{QStringLiteral("Open Inkwarden"), QStringLiteral("Refresh"),
-                                     QStringLiteral("Settings"), QStringLiteral("Hide amounts"), QStringLiteral("---"),
-                                     QStringLiteral("Quit Inkwarden")}));
+        // QMenu's own access key marks: the open menu underlines the letters and takes each alone.
+        QCOMPARE(shown, (QStringList{QStringLiteral("&Open Inkwarden"), QStringLiteral("&Refresh"),
+                                     QStringLiteral("&Settings"), QStringLiteral("&Hide amounts"),
+                                     QStringLiteral("---"), QStringLiteral("&Quit Inkwarden")}));
+        QStringList keys;
+        for (const QAction *action : tray.menu()->actions()) {
+            if (!action->isSeparator()) {
+                keys.append(QKeySequence::mnemonic(action->text()).toString());
+            }
+        }
+        QCOMPARE(keys, (QStringList{QStringLiteral("Alt+O"), QStringLiteral("Alt+R"), QStringLiteral("Alt+S"),
+                                    QStringLiteral("Alt+H"), QStringLiteral("Alt+Q")}));
         QAction *hide = tray.menu()->actions().at(3);
         QVERIFY(hide->isCheckable());
         QVERIFY(!hide->isChecked());

@@ -1,8 +1,10 @@
 // Inkwarden in the author's language: which translation the desktop's languages choose, and that
-// the panel menu, the tool tip, the counted texts and the notifications say what the translation
-// files say, while English stays exactly as written and the settings file never depends on the
-// language. The truth for each language is its translations/inkwarden_<language>.ts.
+// the panel menu and its access keys, the tool tip, the item's name for screen readers, the counted
+// texts and the notifications say what the translation files say, while English stays exactly as
+// written and the settings file never depends on the language. The truth for each language is its
+// translations/inkwarden_<language>.ts.
 #include "model/SalesBreakdownMetric.h"
+#include "platform/DBusMenu.h"
 #include "platform/StatusItem.h"
 #include "service/RoyaltiesError.h"
 #include "shell/AppTranslations.h"
@@ -36,6 +38,22 @@ const QList<StatusMenuEntry> menuEntries{StatusMenuEntry::Open, StatusMenuEntry:
 QStringList words(const char *spaced)
 {
     return QString::fromLatin1(spaced).split(u' ', Qt::SkipEmptyParts);
+}
+
+// The access key a label marks with "&" ("&Refresh", "更新(&R)"), lower case; empty without one.
+QString accessKey(const QString &mnemonicLabel)
+{
+    for (qsizetype index = 0; index + 1 < mnemonicLabel.size(); ++index) {
+        if (mnemonicLabel.at(index) != u'&') {
+            continue;
+        }
+        if (mnemonicLabel.at(index + 1) == u'&') {
+            ++index;
+            continue;
+        }
+        return mnemonicLabel.at(index + 1).toLower();
+    }
+    return {};
 }
 
 QByteArray fileBytes(const QString &path)
@@ -141,9 +159,10 @@ void TestTranslations::theFirstLanguageInkwardenSpeaksWins()
     QFETCH(QString, language);
     const AppTranslations translations(uiLanguages);
     QCOMPARE(translations.language(), language);
-    const QString quit = catalog(language).text(QStringLiteral("StatusItem"), QStringLiteral("Quit Inkwarden"));
-    QVERIFY(!quit.isEmpty() && quit != QStringLiteral("Quit Inkwarden"));
-    QCOMPARE(StatusItem::menuLabel(StatusMenuEntry::Quit), quit);
+    const QString quit = catalog(language).text(QStringLiteral("StatusItem"), QStringLiteral("&Quit Inkwarden"));
+    QVERIFY(!quit.isEmpty() && quit != QStringLiteral("&Quit Inkwarden"));
+    QCOMPARE(StatusItem::menuMnemonicLabel(StatusMenuEntry::Quit), quit);
+    QCOMPARE(StatusItem::menuLabel(StatusMenuEntry::Quit), StatusItem::withoutMnemonic(quit));
 }
 
 void TestTranslations::panelMenuAndToolTipSpeakTheLanguage()
@@ -152,14 +171,24 @@ void TestTranslations::panelMenuAndToolTipSpeakTheLanguage()
     const TranslationCatalog texts = catalog(language);
     QStringList english;
     for (const StatusMenuEntry entry : menuEntries) {
-        english.append(StatusItem::menuLabel(entry));
+        english.append(StatusItem::menuMnemonicLabel(entry));
     }
     const AppTranslations translations({language});
     QCOMPARE(translations.language(), language);
+    QStringList keys;
     for (qsizetype i = 0; i < menuEntries.size(); ++i) {
         const QString expected = texts.text(QStringLiteral("StatusItem"), english[i]);
         QVERIFY2(!expected.isEmpty(), qPrintable(english[i]));
-        QCOMPARE(StatusItem::menuLabel(menuEntries[i]), expected);
+        QCOMPARE(StatusItem::menuMnemonicLabel(menuEntries[i]), expected);
+        QCOMPARE(StatusItem::menuLabel(menuEntries[i]), StatusItem::withoutMnemonic(expected));
+        QVERIFY2(!StatusItem::menuLabel(menuEntries[i]).contains(u'&'), qPrintable(expected));
+        // Every entry has an access key, a letter of its own within the menu, marked "_" for dbusmenu.
+        const QString key = accessKey(expected);
+        QVERIFY2(key.size() == 1 && key.at(0).isLetter(), qPrintable(expected));
+        QVERIFY2(!keys.contains(key), qPrintable(expected));
+        keys.append(key);
+        QVERIFY2(DBusMenu::accessKeyLabel(expected).contains(u'_' + expected.mid(expected.indexOf(u'&') + 1, 1)),
+                 qPrintable(DBusMenu::accessKeyLabel(expected)));
     }
 
     // The tool tip of a signed-out item and of one with figures.
@@ -168,7 +197,13 @@ void TestTranslations::panelMenuAndToolTipSpeakTheLanguage()
                                                    m_fixture->clock.now(), m_fixture->locale);
     QCOMPARE(status.toolTipTitle,
              texts.text(QStringLiteral("PanelStatusBuilder"), QStringLiteral("Inkwarden Royalties")));
-    QCOMPARE(status.toolTipBody, texts.text(QStringLiteral("PanelStatusBuilder"), QStringLiteral("Not signed in")));
+    const QString notSignedIn = texts.text(QStringLiteral("PanelStatusBuilder"), QStringLiteral("Not signed in"));
+    QCOMPARE(status.toolTipBody, notSignedIn);
+    // The item's name in words for screen readers.
+    const QString nameWhy = texts.text(QStringLiteral("PanelStatusBuilder"), QStringLiteral("Inkwarden: %1"));
+    QVERIFY(!nameWhy.isEmpty());
+    QCOMPARE(PanelStatusBuilder::accessibleTitle(signedOut, MenuBarTitle{signedOut.menuBarTitle(), {}}),
+             nameWhy.arg(notSignedIn));
     m_fixture->destroyStore();
 
     RoyaltiesStore &store = startedStore();
@@ -177,8 +212,15 @@ void TestTranslations::panelMenuAndToolTipSpeakTheLanguage()
     const QString refreshedAt =
         texts.text(QStringLiteral("PanelStatusBuilder"), QStringLiteral("Refreshed at %1"))
             .arg(m_fixture->locale.toString(m_fixture->clock.now().toLocalTime().time(), QLocale::ShortFormat));
-    const QString line = texts.text(QStringLiteral("PanelStatusBuilder"), QStringLiteral("%1 · %2"));
-    QVERIFY2(status.toolTipBody.startsWith(line.arg(shown.figure(), refreshedAt)), qPrintable(status.toolTipBody));
+    const QString today = texts.text(QStringLiteral("RoyaltyPeriod"), QStringLiteral("Today"));
+    QVERIFY(!today.isEmpty() && today != QStringLiteral("Today"));
+    const QString line = texts.text(QStringLiteral("PanelStatusBuilder"), QStringLiteral("%1: %2 · %3"));
+    QVERIFY(!line.isEmpty());
+    QVERIFY2(status.toolTipBody.startsWith(line.arg(today, shown.figure(), refreshedAt)),
+             qPrintable(status.toolTipBody));
+    const QString name = texts.text(QStringLiteral("PanelStatusBuilder"), QStringLiteral("Inkwarden: %1 %2"));
+    QVERIFY(!name.isEmpty());
+    QCOMPARE(PanelStatusBuilder::accessibleTitle(store, shown), name.arg(today, shown.figure()));
 }
 
 void TestTranslations::countedTextsTakeTheLanguagesPluralForms()
@@ -234,6 +276,11 @@ void TestTranslations::notificationsSpeakTheLanguage()
 void TestTranslations::englishStaysAsWritten()
 {
     const AppTranslations translations({QStringLiteral("C")});
+    QCOMPARE(StatusItem::menuMnemonicLabel(StatusMenuEntry::Open), QStringLiteral("&Open Inkwarden"));
+    QCOMPARE(StatusItem::menuMnemonicLabel(StatusMenuEntry::Refresh), QStringLiteral("&Refresh"));
+    QCOMPARE(StatusItem::menuMnemonicLabel(StatusMenuEntry::Settings), QStringLiteral("&Settings"));
+    QCOMPARE(StatusItem::menuMnemonicLabel(StatusMenuEntry::HideAmounts), QStringLiteral("&Hide amounts"));
+    QCOMPARE(StatusItem::menuMnemonicLabel(StatusMenuEntry::Quit), QStringLiteral("&Quit Inkwarden"));
     QCOMPARE(StatusItem::menuLabel(StatusMenuEntry::Open), QStringLiteral("Open Inkwarden"));
     QCOMPARE(StatusItem::menuLabel(StatusMenuEntry::Refresh), QStringLiteral("Refresh"));
     QCOMPARE(StatusItem::menuLabel(StatusMenuEntry::Settings), QStringLiteral("Settings"));

@@ -114,6 +114,11 @@
         <extracomment>Button that quits Inkwarden</extracomment>
         <translation>Beenden</translation>
     </message>
+    <message>
+        <source>Connect to Inkwarden</source>
+        <extracomment>The sign-in screen of the popover, as screen readers name it</extracomment>
+        <translation>Mit Inkwarden verbinden</translation>
+    </message>
 </context>
 <context>
     <name>ConnectViewModel</name>
@@ -240,6 +245,16 @@
         <extracomment>Footer button that quits Inkwarden</extracomment>
         <translation>Beenden</translation>
     </message>
+    <message>
+        <source>Royalties</source>
+        <extracomment>The dashboard screen of the popover, as screen readers name it</extracomment>
+        <translation>Tantiemen</translation>
+    </message>
+    <message>
+        <source>Server, account, figures, notifications and updates</source>
+        <extracomment>What the gear button does, for screen readers</extracomment>
+        <translation>Server, Konto, Zahlen, Benachrichtigungen und Updates</translation>
+    </message>
 </context>
 <context>
     <name>DashboardViewModel</name>
@@ -269,8 +284,20 @@
     <name>EarningsCard</name>
     <message>
         <source>Refreshing</source>
-        <extracomment>Accessible name of the small spinner shown while the royalties are fetched</extracomment>
+        <extracomment>Said by screen readers as a refresh of the royalties begins
+----------
+Accessible name of the small spinner shown while the royalties are fetched</extracomment>
         <translation>Wird aktualisiert</translation>
+    </message>
+    <message>
+        <source>Refreshed. %1: %2</source>
+        <extracomment>Said by screen readers when new figures arrived: &quot;Refreshed. Gross royalties: $1,234.50&quot;</extracomment>
+        <translation>Aktualisiert. %1: %2</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <extracomment>The headline for screen readers: the figure&apos;s name (&quot;Gross royalties&quot;), then the amount</extracomment>
+        <translation>%1: %2</translation>
     </message>
 </context>
 <context>
@@ -421,17 +448,12 @@
     </message>
     <message>
         <source>Not signed in</source>
-        <extracomment>Line of the panel icon&apos;s tool tip while no account is connected.</extracomment>
+        <extracomment>Line of the panel icon&apos;s tool tip, also said by its name for screen readers, while no account is connected.</extracomment>
         <translation>Nicht angemeldet</translation>
     </message>
     <message>
-        <source>%1 · %2</source>
-        <extracomment>Line of the panel icon&apos;s tool tip: %1 is the figure shown in the panel (&quot;$1,235&quot;), %2 when it was refreshed (&quot;Refreshed at 14:05&quot;). The dot separates the two.</extracomment>
-        <translation>%1 · %2</translation>
-    </message>
-    <message>
         <source>Not refreshed yet</source>
-        <extracomment>In the panel icon&apos;s tool tip, after the figure: no royalties were fetched yet.</extracomment>
+        <extracomment>In the panel icon&apos;s tool tip after the figure, and in its name for screen readers: no royalties were fetched yet.</extracomment>
         <translation>Noch nicht aktualisiert</translation>
     </message>
     <message>
@@ -443,6 +465,21 @@
         <source>Refreshed %1</source>
         <extracomment>In the panel icon&apos;s tool tip, after the figure: %1 is a date and time before today (&quot;3/4/25 14:05&quot;).</extracomment>
         <translation>Aktualisiert am %1</translation>
+    </message>
+    <message>
+        <source>%1: %2 · %3</source>
+        <extracomment>Line of the panel icon&apos;s tool tip: %1 is the period the figure covers (&quot;Today&quot;), %2 the figure shown in the panel (&quot;$1,235&quot;), %3 when it was refreshed (&quot;Refreshed at 14:05&quot;). The dot separates the last two.</extracomment>
+        <translation>%1: %2 · %3</translation>
+    </message>
+    <message>
+        <source>Inkwarden: %1 %2</source>
+        <extracomment>The panel icon&apos;s name, as screen readers read it: %1 is the period the figure covers (&quot;Today&quot;), %2 the figure shown in the panel (&quot;$1,235&quot;, or &quot;$•••&quot; while amounts are hidden).</extracomment>
+        <translation>Inkwarden: %1 %2</translation>
+    </message>
+    <message>
+        <source>Inkwarden: %1</source>
+        <extracomment>The panel icon&apos;s name, as screen readers read it, while it shows no figure: %1 says why (&quot;Not signed in&quot;, &quot;Not refreshed yet&quot;).</extracomment>
+        <translation>Inkwarden: %1</translation>
     </message>
 </context>
 <context>
@@ -520,6 +557,14 @@
         <source>Could not update Open at Login: %1. Make sure Inkwarden is installed, then try again.</source>
         <extracomment>&quot;Open at Login&quot; is starting Inkwarden when the user logs in; %1 is the system&apos;s reason</extracomment>
         <translation>Der Start bei der Anmeldung konnte nicht geändert werden: %1. Prüfen Sie, ob Inkwarden installiert ist, und versuchen Sie es erneut.</translation>
+    </message>
+</context>
+<context>
+    <name>PopoverWindow</name>
+    <message>
+        <source>Inkwarden Royalties</source>
+        <extracomment>The popover&apos;s window, as screen readers announce it.</extracomment>
+        <translation>Inkwarden-Tantiemen</translation>
     </message>
 </context>
 <context>
@@ -676,6 +721,14 @@
             <numerusform>%1 Exemplar</numerusform>
             <numerusform>%1 Exemplare</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>SalesMetricList</name>
+    <message>
+        <source>Changes the order of the sales breakdown</source>
+        <extracomment>What a metric&apos;s move-up and move-down buttons do, for screen readers</extracomment>
+        <translation>Ändert die Reihenfolge der Verkäufe nach Format</translation>
     </message>
 </context>
 <context>
@@ -918,29 +971,29 @@
 <context>
     <name>StatusItem</name>
     <message>
-        <source>Open Inkwarden</source>
-        <extracomment>Entry of the panel icon&apos;s menu: shows the popover with the royalties.</extracomment>
-        <translation>Inkwarden öffnen</translation>
+        <source>&amp;Open Inkwarden</source>
+        <extracomment>Entry of the panel icon&apos;s menu: shows the popover with the royalties. The &amp; marks the access key, unique within this menu.</extracomment>
+        <translation>Inkwarden ö&amp;ffnen</translation>
     </message>
     <message>
-        <source>Refresh</source>
-        <extracomment>Entry of the panel icon&apos;s menu: fetches the royalties again now.</extracomment>
-        <translation>Aktualisieren</translation>
+        <source>&amp;Refresh</source>
+        <extracomment>Entry of the panel icon&apos;s menu: fetches the royalties again now. The &amp; marks the access key, unique within this menu.</extracomment>
+        <translation>&amp;Aktualisieren</translation>
     </message>
     <message>
-        <source>Settings</source>
-        <extracomment>Entry of the panel icon&apos;s menu: opens Inkwarden&apos;s settings.</extracomment>
-        <translation>Einstellungen</translation>
+        <source>&amp;Settings</source>
+        <extracomment>Entry of the panel icon&apos;s menu: opens Inkwarden&apos;s settings. The &amp; marks the access key, unique within this menu.</extracomment>
+        <translation>&amp;Einstellungen</translation>
     </message>
     <message>
-        <source>Hide amounts</source>
-        <extracomment>Check box entry of the panel icon&apos;s menu: hides the money figures next to the icon and in the popover.</extracomment>
-        <translation>Beträge ausblenden</translation>
+        <source>&amp;Hide amounts</source>
+        <extracomment>Check box entry of the panel icon&apos;s menu: hides the money figures next to the icon and in the popover. The &amp; marks the access key, unique within this menu.</extracomment>
+        <translation>Beträge a&amp;usblenden</translation>
     </message>
     <message>
-        <source>Quit Inkwarden</source>
-        <extracomment>Entry of the panel icon&apos;s menu: ends Inkwarden.</extracomment>
-        <translation>Inkwarden beenden</translation>
+        <source>&amp;Quit Inkwarden</source>
+        <extracomment>Entry of the panel icon&apos;s menu: ends Inkwarden. The &amp; marks the access key, unique within this menu.</extracomment>
+        <translation>Inkwarden &amp;beenden</translation>
     </message>
 </context>
 <context>

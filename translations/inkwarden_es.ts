@@ -114,6 +114,11 @@
         <extracomment>Button that quits Inkwarden</extracomment>
         <translation>Salir</translation>
     </message>
+    <message>
+        <source>Connect to Inkwarden</source>
+        <extracomment>The sign-in screen of the popover, as screen readers name it</extracomment>
+        <translation>Conectar con Inkwarden</translation>
+    </message>
 </context>
 <context>
     <name>ConnectViewModel</name>
@@ -240,6 +245,16 @@
         <extracomment>Footer button that quits Inkwarden</extracomment>
         <translation>Salir</translation>
     </message>
+    <message>
+        <source>Royalties</source>
+        <extracomment>The dashboard screen of the popover, as screen readers name it</extracomment>
+        <translation>Regalías</translation>
+    </message>
+    <message>
+        <source>Server, account, figures, notifications and updates</source>
+        <extracomment>What the gear button does, for screen readers</extracomment>
+        <translation>Servidor, cuenta, cifras, notificaciones y actualizaciones</translation>
+    </message>
 </context>
 <context>
     <name>DashboardViewModel</name>
@@ -269,8 +284,20 @@
     <name>EarningsCard</name>
     <message>
         <source>Refreshing</source>
-        <extracomment>Accessible name of the small spinner shown while the royalties are fetched</extracomment>
+        <extracomment>Said by screen readers as a refresh of the royalties begins
+----------
+Accessible name of the small spinner shown while the royalties are fetched</extracomment>
         <translation>Actualizando</translation>
+    </message>
+    <message>
+        <source>Refreshed. %1: %2</source>
+        <extracomment>Said by screen readers when new figures arrived: &quot;Refreshed. Gross royalties: $1,234.50&quot;</extracomment>
+        <translation>Actualizado. %1: %2</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <extracomment>The headline for screen readers: the figure&apos;s name (&quot;Gross royalties&quot;), then the amount</extracomment>
+        <translation>%1: %2</translation>
     </message>
 </context>
 <context>
@@ -421,17 +448,12 @@
     </message>
     <message>
         <source>Not signed in</source>
-        <extracomment>Line of the panel icon&apos;s tool tip while no account is connected.</extracomment>
+        <extracomment>Line of the panel icon&apos;s tool tip, also said by its name for screen readers, while no account is connected.</extracomment>
         <translation>Sesión no iniciada</translation>
     </message>
     <message>
-        <source>%1 · %2</source>
-        <extracomment>Line of the panel icon&apos;s tool tip: %1 is the figure shown in the panel (&quot;$1,235&quot;), %2 when it was refreshed (&quot;Refreshed at 14:05&quot;). The dot separates the two.</extracomment>
-        <translation>%1 · %2</translation>
-    </message>
-    <message>
         <source>Not refreshed yet</source>
-        <extracomment>In the panel icon&apos;s tool tip, after the figure: no royalties were fetched yet.</extracomment>
+        <extracomment>In the panel icon&apos;s tool tip after the figure, and in its name for screen readers: no royalties were fetched yet.</extracomment>
         <translation>Aún sin actualizar</translation>
     </message>
     <message>
@@ -443,6 +465,21 @@
         <source>Refreshed %1</source>
         <extracomment>In the panel icon&apos;s tool tip, after the figure: %1 is a date and time before today (&quot;3/4/25 14:05&quot;).</extracomment>
         <translation>Actualizado el %1</translation>
+    </message>
+    <message>
+        <source>%1: %2 · %3</source>
+        <extracomment>Line of the panel icon&apos;s tool tip: %1 is the period the figure covers (&quot;Today&quot;), %2 the figure shown in the panel (&quot;$1,235&quot;), %3 when it was refreshed (&quot;Refreshed at 14:05&quot;). The dot separates the last two.</extracomment>
+        <translation>%1: %2 · %3</translation>
+    </message>
+    <message>
+        <source>Inkwarden: %1 %2</source>
+        <extracomment>The panel icon&apos;s name, as screen readers read it: %1 is the period the figure covers (&quot;Today&quot;), %2 the figure shown in the panel (&quot;$1,235&quot;, or &quot;$•••&quot; while amounts are hidden).</extracomment>
+        <translation>Inkwarden: %1 %2</translation>
+    </message>
+    <message>
+        <source>Inkwarden: %1</source>
+        <extracomment>The panel icon&apos;s name, as screen readers read it, while it shows no figure: %1 says why (&quot;Not signed in&quot;, &quot;Not refreshed yet&quot;).</extracomment>
+        <translation>Inkwarden: %1</translation>
     </message>
 </context>
 <context>
@@ -520,6 +557,14 @@
         <source>Could not update Open at Login: %1. Make sure Inkwarden is installed, then try again.</source>
         <extracomment>&quot;Open at Login&quot; is starting Inkwarden when the user logs in; %1 is the system&apos;s reason</extracomment>
         <translation>No se pudo cambiar el inicio automático: %1. Asegúrate de que Inkwarden esté instalado e inténtalo de nuevo.</translation>
+    </message>
+</context>
+<context>
+    <name>PopoverWindow</name>
+    <message>
+        <source>Inkwarden Royalties</source>
+        <extracomment>The popover&apos;s window, as screen readers announce it.</extracomment>
+        <translation>Regalías de Inkwarden</translation>
     </message>
 </context>
 <context>
@@ -676,6 +721,14 @@
             <numerusform>%1 unidad</numerusform>
             <numerusform>%1 unidades</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>SalesMetricList</name>
+    <message>
+        <source>Changes the order of the sales breakdown</source>
+        <extracomment>What a metric&apos;s move-up and move-down buttons do, for screen readers</extracomment>
+        <translation>Cambia el orden del desglose de ventas</translation>
     </message>
 </context>
 <context>
@@ -918,29 +971,29 @@
 <context>
     <name>StatusItem</name>
     <message>
-        <source>Open Inkwarden</source>
-        <extracomment>Entry of the panel icon&apos;s menu: shows the popover with the royalties.</extracomment>
-        <translation>Abrir Inkwarden</translation>
+        <source>&amp;Open Inkwarden</source>
+        <extracomment>Entry of the panel icon&apos;s menu: shows the popover with the royalties. The &amp; marks the access key, unique within this menu.</extracomment>
+        <translation>&amp;Abrir Inkwarden</translation>
     </message>
     <message>
-        <source>Refresh</source>
-        <extracomment>Entry of the panel icon&apos;s menu: fetches the royalties again now.</extracomment>
-        <translation>Actualizar</translation>
+        <source>&amp;Refresh</source>
+        <extracomment>Entry of the panel icon&apos;s menu: fetches the royalties again now. The &amp; marks the access key, unique within this menu.</extracomment>
+        <translation>Ac&amp;tualizar</translation>
     </message>
     <message>
-        <source>Settings</source>
-        <extracomment>Entry of the panel icon&apos;s menu: opens Inkwarden&apos;s settings.</extracomment>
-        <translation>Configuración</translation>
+        <source>&amp;Settings</source>
+        <extracomment>Entry of the panel icon&apos;s menu: opens Inkwarden&apos;s settings. The &amp; marks the access key, unique within this menu.</extracomment>
+        <translation>&amp;Configuración</translation>
     </message>
     <message>
-        <source>Hide amounts</source>
-        <extracomment>Check box entry of the panel icon&apos;s menu: hides the money figures next to the icon and in the popover.</extracomment>
-        <translation>Ocultar cantidades</translation>
+        <source>&amp;Hide amounts</source>
+        <extracomment>Check box entry of the panel icon&apos;s menu: hides the money figures next to the icon and in the popover. The &amp; marks the access key, unique within this menu.</extracomment>
+        <translation>&amp;Ocultar cantidades</translation>
     </message>
     <message>
-        <source>Quit Inkwarden</source>
-        <extracomment>Entry of the panel icon&apos;s menu: ends Inkwarden.</extracomment>
-        <translation>Salir de Inkwarden</translation>
+        <source>&amp;Quit Inkwarden</source>
+        <extracomment>Entry of the panel icon&apos;s menu: ends Inkwarden. The &amp; marks the access key, unique within this menu.</extracomment>
+        <translation>&amp;Salir de Inkwarden</translation>
     </message>
 </context>
 <context>

@@ -26,6 +26,26 @@ int DBusMenu::idOf(StatusMenuEntry entry)
     return -1;
 }
 
+QString DBusMenu::accessKeyLabel(const QString &mnemonicLabel)
+{
+    QString label;
+    label.reserve(mnemonicLabel.size() + 1);
+    for (qsizetype index = 0; index < mnemonicLabel.size(); ++index) {
+        const QChar character = mnemonicLabel.at(index);
+        if (character == u'_') {
+            label += QStringLiteral("__");
+        } else if (character != u'&') {
+            label += character;
+        } else if (index + 1 < mnemonicLabel.size() && mnemonicLabel.at(index + 1) == u'&') {
+            label += u'&';
+            ++index;
+        } else if (index + 1 < mnemonicLabel.size()) {
+            label += u'_';
+        }
+    }
+    return label;
+}
+
 std::optional<StatusMenuEntry> DBusMenu::entryOf(int id)
 {
     for (StatusMenuEntry entry : StatusItem::menuEntries()) {
@@ -54,7 +74,7 @@ QVariantMap DBusMenu::properties(int id, const QStringList &names) const
     } else if (id == SeparatorId) {
         all.insert(QStringLiteral("type"), QStringLiteral("separator"));
     } else if (const auto entry = entryOf(id)) {
-        all.insert(QStringLiteral("label"), StatusItem::menuLabel(*entry));
+        all.insert(QStringLiteral("label"), accessKeyLabel(StatusItem::menuMnemonicLabel(*entry)));
         all.insert(QStringLiteral("enabled"), true);
         all.insert(QStringLiteral("visible"), true);
         if (*entry == StatusMenuEntry::HideAmounts) {

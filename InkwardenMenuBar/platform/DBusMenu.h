@@ -8,10 +8,10 @@
 
 #include <optional>
 
-// The item's menu as com.canonical.dbusmenu publishes it: Open Inkwarden, Refresh, Settings, a
-// separator and Quit Inkwarden. The host draws it; a "clicked" event comes back as `triggered`.
-// DBusMenuAdaptor puts it on the bus; QtDBus gives the call's context to the adaptor's parent, so
-// the menu carries it for the adaptor's error replies.
+// The item's menu as com.canonical.dbusmenu publishes it: Open Inkwarden, Refresh, Settings, Hide
+// amounts, a separator and Quit Inkwarden, each label with its access key. The host draws it; a
+// "clicked" event comes back as `triggered`. DBusMenuAdaptor puts it on the bus; QtDBus gives the
+// call's context to the adaptor's parent, so the menu carries it for the adaptor's error replies.
 class DBusMenu
     : public QObject
     , public QDBusContext
@@ -29,6 +29,10 @@ public:
     explicit DBusMenu(QObject *parent = nullptr);
 
     static QString objectPath() { return QStringLiteral("/MenuBar"); }
+
+    // A label marked for QMenu ("&Refresh", "Fish && &Chips") as dbusmenu marks it: "_" before the
+    // access key, a "_" of the text doubled, "&&" a plain "&" ("_Refresh", "Fish & _Chips").
+    static QString accessKeyLabel(const QString &mnemonicLabel);
 
     static int idOf(StatusMenuEntry entry);
     static std::optional<StatusMenuEntry> entryOf(int id);

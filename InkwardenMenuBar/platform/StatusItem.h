@@ -21,9 +21,15 @@ class StatusItem : public QObject
 public:
     using QObject::QObject;
 
-    // The menu's entries and their labels, shared by every implementation.
+    // The menu's entries and their labels, shared by every implementation. The mnemonic label marks
+    // the entry's access key with "&" as QMenu takes it ("&Refresh"); the plain label is the same
+    // words without the mark ("Refresh"), for whatever shows or names the entry as text.
     static QList<StatusMenuEntry> menuEntries();
+    static QString menuMnemonicLabel(StatusMenuEntry entry);
     static QString menuLabel(StatusMenuEntry entry);
+    // `text` without its access key mark: "&Refresh" as "Refresh", "Fish && &Chips" as "Fish & Chips",
+    // and the whole "(&S)" that Japanese and Chinese labels end with, "設定(&S)" as "設定".
+    static QString withoutMnemonic(const QString &text);
 
     // Shows `title` next to the icon (or, where the host cannot, in the tool tip). Pass the store's
     // `menuBarTitle` and `menuBarMoneyParts()` each time the title changes.
@@ -31,6 +37,11 @@ public:
 
     // The tool tip: `title` is the figure, `body` the line below it ("Refreshed …"), may be empty.
     virtual void setToolTip(const QString &title, const QString &body) = 0;
+
+    // The item's name in words, as a screen reader reads it when the item gets the focus and as hosts
+    // that list items name it: "Inkwarden: Today $1,235", "Inkwarden: Not signed in". It holds what
+    // the item shows, so hidden amounts stay hidden here too.
+    virtual void setAccessibleTitle(const QString &title) = 0;
 
     // Whether the menu's "Hide amounts" shows its check mark.
     bool amountsHidden() const { return m_amountsHidden; }

@@ -96,6 +96,14 @@ void StatusItemSelector::setToolTip(const QString &title, const QString &body)
     }
 }
 
+void StatusItemSelector::setAccessibleTitle(const QString &title)
+{
+    m_accessibleTitle = title;
+    if (m_current) {
+        m_current->setAccessibleTitle(title);
+    }
+}
+
 void StatusItemSelector::update()
 {
     // A watcher that goes away (a panel restarting) gets the same few seconds to come back before
@@ -136,6 +144,9 @@ void StatusItemSelector::show(Kind kind)
     }
     if (m_toolTip) {
         item->setToolTip(m_toolTip->first, m_toolTip->second);
+    }
+    if (m_accessibleTitle) {
+        item->setAccessibleTitle(*m_accessibleTitle);
     }
     Q_EMIT kindChanged(m_kind);
 }

@@ -47,6 +47,7 @@ public:
 
     void setTitle(const MenuBarTitle &title) override;
     void setToolTip(const QString &title, const QString &body) override;
+    void setAccessibleTitle(const QString &title) override;
 
 Q_SIGNALS:
     void kindChanged(StatusItemSelector::Kind kind);
@@ -64,4 +65,5 @@ private:
     std::unique_ptr<StatusItem> m_current;
     std::optional<MenuBarTitle> m_title;
     std::optional<std::pair<QString, QString>> m_toolTip;
+    std::optional<QString> m_accessibleTitle;
 };

@@ -159,6 +159,15 @@ void StatusNotifierItem::setToolTip(const QString &title, const QString &body)
     Q_EMIT toolTipChanged();
 }
 
+void StatusNotifierItem::setAccessibleTitle(const QString &title)
+{
+    if (title == m_accessibleTitle) {
+        return;
+    }
+    m_accessibleTitle = title;
+    Q_EMIT accessibleTitleChanged();
+}
+
 void StatusNotifierItem::activate(int x, int y)
 {
     const QPoint point = x == 0 && y == 0 ? QPoint() : QPoint(x, y);

@@ -24,6 +24,10 @@
 // draw next to the icon. On request (INKWARDEN_STATUS_TITLE_IMAGE=1) the icon and the title's three
 // runs are drawn into one PNG whose absolute path is the IconName instead, for a host that shows a
 // wide image but no text; the label is then empty so that the figure does not show twice.
+//
+// The Title is the figure in words ("Inkwarden: Today $1,235"): screen readers read it for the item
+// and some hosts name the item by it. Hosts that remember items (hidden, pinned) go by the Id, which
+// never changes.
 class StatusNotifierItem : public StatusItem
 {
     Q_OBJECT
@@ -58,6 +62,7 @@ public:
     static QString objectPath() { return QStringLiteral("/StatusNotifierItem"); }
     static QString category() { return QStringLiteral("ApplicationStatus"); }
     static QString itemId() { return QStringLiteral("com.inkwarden.menubar"); }
+    // The Title until the app gives the one with the figure in words (setAccessibleTitle).
     static QString itemTitle() { return QStringLiteral("Inkwarden"); }
     static QString status() { return QStringLiteral("Active"); }
     static QString defaultToolTipTitle()
@@ -80,6 +85,7 @@ public:
 
     void setTitle(const MenuBarTitle &title) override;
     void setToolTip(const QString &title, const QString &body) override;
+    void setAccessibleTitle(const QString &title) override;
 
     // What the adaptor publishes.
     const QString &iconThemePath() const { return m_iconThemePath; }
@@ -88,6 +94,8 @@ public:
     const SniToolTip &toolTip() const { return m_toolTip; }
     const QString &label() const { return m_label; }
     const QString &labelGuide() const { return m_labelGuide; }
+    // The Title property: the accessible title once given, else itemTitle().
+    QString accessibleTitle() const { return m_accessibleTitle.isEmpty() ? itemTitle() : m_accessibleTitle; }
     const MenuBarTitle &title() const { return m_title; }
 
     // A click on the icon at (x, y); (0, 0) is what hosts send when they do not know.
@@ -98,6 +106,7 @@ Q_SIGNALS:
     void iconChanged();
     void toolTipChanged();
     void labelChanged(const QString &label, const QString &guide);
+    void accessibleTitleChanged();
 
 private Q_SLOTS:
     void watcherDroppedItem(const QString &item);
@@ -130,6 +139,7 @@ private:
     SniToolTip m_toolTip;
     QString m_label;
     QString m_labelGuide;
+    QString m_accessibleTitle;
     // The drawn titles still on disk, newest last: the host may still be reading the one before.
     QStringList m_titleImages;
 };

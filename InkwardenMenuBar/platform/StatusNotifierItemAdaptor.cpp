@@ -9,6 +9,7 @@ StatusNotifierItemAdaptor::StatusNotifierItemAdaptor(StatusNotifierItem *item)
     // Hosts read every property again on these signals; the adaptor only relays them.
     connect(item, &StatusNotifierItem::iconChanged, this, &StatusNotifierItemAdaptor::NewIcon);
     connect(item, &StatusNotifierItem::toolTipChanged, this, &StatusNotifierItemAdaptor::NewToolTip);
+    connect(item, &StatusNotifierItem::accessibleTitleChanged, this, &StatusNotifierItemAdaptor::NewTitle);
     connect(item, &StatusNotifierItem::labelChanged, this, &StatusNotifierItemAdaptor::XAyatanaNewLabel);
 }
 
@@ -24,7 +25,7 @@ QString StatusNotifierItemAdaptor::id() const
 
 QString StatusNotifierItemAdaptor::title() const
 {
-    return StatusNotifierItem::itemTitle();
+    return m_item->accessibleTitle();
 }
 
 QString StatusNotifierItemAdaptor::status() const

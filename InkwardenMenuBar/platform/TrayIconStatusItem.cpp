@@ -22,7 +22,7 @@ TrayIconStatusItem::TrayIconStatusItem(const QString &iconSource, std::optional<
         if (entry == StatusMenuEntry::Quit) {
             m_menu->addSeparator();
         }
-        QAction *action = m_menu->addAction(menuLabel(entry));
+        QAction *action = m_menu->addAction(menuMnemonicLabel(entry));
         if (entry == StatusMenuEntry::Quit) {
             action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
         }

@@ -28,6 +28,8 @@ public:
 
     void setTitle(const MenuBarTitle &title) override;
     void setToolTip(const QString &title, const QString &body) override;
+    // An XEmbed icon has no name a screen reader could read; its tool tip says the same.
+    void setAccessibleTitle(const QString &title) override { Q_UNUSED(title); }
 
     QSystemTrayIcon *trayIcon() const { return m_trayIcon.get(); }
     QMenu *menu() const { return m_menu.get(); }

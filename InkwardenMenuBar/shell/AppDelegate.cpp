@@ -51,10 +51,11 @@ void AppDelegate::applicationDidFinishLaunching()
         applyMenuBarTitle();
         updatePanelStatus();
     });
-    // The tool tip and the state also follow what happens between two titles.
-    for (auto changed :
-         {&RoyaltiesStore::lastUpdatedChanged, &RoyaltiesStore::isLoadingChanged, &RoyaltiesStore::isConnectedChanged,
-          &RoyaltiesStore::errorMessageChanged, &RoyaltiesStore::isNetworkAvailableChanged}) {
+    // The tool tip, the item's name in words and the state also follow what happens between two titles,
+    // the period they name among it.
+    for (auto changed : {&RoyaltiesStore::lastUpdatedChanged, &RoyaltiesStore::isLoadingChanged,
+                         &RoyaltiesStore::isConnectedChanged, &RoyaltiesStore::errorMessageChanged,
+                         &RoyaltiesStore::isNetworkAvailableChanged, &RoyaltiesStore::selectedPeriodChanged}) {
         QObject::connect(&m_store, changed, this, &AppDelegate::updatePanelStatus);
     }
     m_store.start();
@@ -69,6 +70,7 @@ void AppDelegate::applyMenuBarTitle()
 
 void AppDelegate::updatePanelStatus()
 {
+    m_statusItem.setAccessibleTitle(PanelStatusBuilder::accessibleTitle(m_store, m_shownTitle));
     const PanelStatus status = PanelStatusBuilder::build(m_store, m_shownTitle, m_clock.now());
     // The first status always differs: no title is empty.
     if (status == m_panelStatus) {

@@ -30,20 +30,22 @@ PanelStatus PanelStatusBuilder::build(const RoyaltiesStore &store, const MenuBar
     status.toolTipTitle = tr("Inkwarden Royalties");
     status.state = state(store);
     QStringList lines;
-    if (status.state == PanelState::signedOut && store.isWaitingForKeyring() && store.errorMessage()) {
-        // Not signed out at all: the key is behind a locked keyring, or one that does not answer.
-        lines.append(*store.errorMessage());
-    } else if (status.state == PanelState::signedOut) {
-        //: Line of the panel icon's tool tip while no account is connected.
-        lines.append(tr("Not signed in"));
+    if (status.state == PanelState::signedOut) {
+        lines.append(signedOutReason(store));
         // Why a sign-in just failed, say, where the user looks first.
-        if (store.errorMessage()) {
+        if (!store.isWaitingForKeyring() && store.errorMessage()) {
             lines.append(*store.errorMessage());
         }
+    } else if (!store.lastUpdated()) {
+        // No figure yet: the item shows its placeholder, which says nothing in words.
+        lines.append(refreshedText(store.lastUpdated(), now, locale));
     } else {
-        //: Line of the panel icon's tool tip: %1 is the figure shown in the panel ("$1,235"), %2 when it was
-        //: refreshed ("Refreshed at 14:05"). The dot separates the two.
-        lines.append(tr("%1 · %2").arg(shownTitle.figure(), refreshedText(store.lastUpdated(), now, locale)));
+        //: Line of the panel icon's tool tip: %1 is the period the figure covers ("Today"), %2 the figure shown
+        //: in the panel ("$1,235"), %3 when it was refreshed ("Refreshed at 14:05"). The dot separates the last
+        //: two.
+        lines.append(tr("%1: %2 · %3")
+                         .arg(store.selectedPeriod().title(), shownTitle.figure(),
+                              refreshedText(store.lastUpdated(), now, locale)));
     }
     switch (status.state) {
     case PanelState::offline:
@@ -66,8 +68,7 @@ QString PanelStatusBuilder::refreshedText(const std::optional<QDateTime> &lastUp
                                           const QLocale &locale)
 {
     if (!lastUpdated) {
-        //: In the panel icon's tool tip, after the figure: no royalties were fetched yet.
-        return tr("Not refreshed yet");
+        return notRefreshedText();
     }
     const QDateTime local = lastUpdated->toLocalTime();
     if (local.date() == now.toLocalTime().date()) {
@@ -76,4 +77,35 @@ QString PanelStatusBuilder::refreshedText(const std::optional<QDateTime> &lastUp
     }
     //: In the panel icon's tool tip, after the figure: %1 is a date and time before today ("3/4/25 14:05").
     return tr("Refreshed %1").arg(locale.toString(local, QLocale::ShortFormat));
+}
+
+QString PanelStatusBuilder::accessibleTitle(const RoyaltiesStore &store, const MenuBarTitle &shownTitle)
+{
+    if (state(store) != PanelState::signedOut && shownTitle.isStyled()) {
+        //: The panel icon's name, as screen readers read it: %1 is the period the figure covers ("Today"), %2
+        //: the figure shown in the panel ("$1,235", or "$•••" while amounts are hidden).
+        return tr("Inkwarden: %1 %2").arg(store.selectedPeriod().title(), shownTitle.figure());
+    }
+    const QString reason = state(store) == PanelState::signedOut ? signedOutReason(store) : notRefreshedText();
+    //: The panel icon's name, as screen readers read it, while it shows no figure: %1 says why ("Not signed
+    //: in", "Not refreshed yet").
+    return tr("Inkwarden: %1").arg(reason);
+}
+
+QString PanelStatusBuilder::signedOutReason(const RoyaltiesStore &store)
+{
+    if (store.isWaitingForKeyring() && store.errorMessage()) {
+        // Not signed out at all: the key is behind a locked keyring, or one that does not answer.
+        return *store.errorMessage();
+    }
+    //: Line of the panel icon's tool tip, also said by its name for screen readers, while no account is
+    //: connected.
+    return tr("Not signed in");
+}
+
+QString PanelStatusBuilder::notRefreshedText()
+{
+    //: In the panel icon's tool tip after the figure, and in its name for screen readers: no royalties were
+    //: fetched yet.
+    return tr("Not refreshed yet");
 }

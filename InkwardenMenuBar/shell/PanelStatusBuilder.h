@@ -23,4 +23,13 @@ public:
     // "Refreshed at 14:05", or with the date when that was not today; "Not refreshed yet".
     static QString refreshedText(const std::optional<QDateTime> &lastUpdated, const QDateTime &now,
                                  const QLocale &locale);
+    // The item's name in words for screen readers: the period and the figure the item shows
+    // ("Inkwarden: Today $1,235", masked while amounts are hidden), else why there is none
+    // ("Inkwarden: Not signed in", "Inkwarden: Not refreshed yet").
+    static QString accessibleTitle(const RoyaltiesStore &store, const MenuBarTitle &shownTitle);
+
+private:
+    // Why a signed-out item shows no figure: "Not signed in", or the locked keyring's message.
+    static QString signedOutReason(const RoyaltiesStore &store);
+    static QString notRefreshedText();
 };

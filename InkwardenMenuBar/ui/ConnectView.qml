@@ -11,8 +11,16 @@ Item {
     readonly property ConnectViewModel viewModel: ConnectViewModel {
         store: view.store
     }
+    Accessible.role: Accessible.Pane
+    //: The sign-in screen of the popover, as screen readers name it
+    Accessible.name: qsTr("Connect to Inkwarden")
     // The view's one state of its own: every new connect view starts folded.
     property bool showsManualConnection: false
+
+    // Where the keyboard focus starts as this screen appears (MenuContentView): the browser sign-in.
+    function focusFirstControl() {
+        signInButton.forceActiveFocus()
+    }
 
     Flickable {
         id: scroll
@@ -65,6 +73,7 @@ Item {
                 }
 
                 SymbolButton {
+                    id: signInButton
                     objectName: "signInButton"
                     text: view.viewModel.signInButtonTitle
                     symbol: "person.crop.circle.badge.checkmark"
@@ -85,7 +94,8 @@ Item {
                         objectName: "manualConnectionToggle"
                         //: Toggle that unfolds the form for typing a server address and an API key by hand
                         text: qsTr("Connect manually")
-                        checkable: true
+                        // Folds and unfolds on every click, however it comes: the pointer, Space, or
+                        // a screen reader's press (which clicks a button without toggling it).
                         checked: view.showsManualConnection
                         focusPolicy: Qt.StrongFocus
                         Layout.fillWidth: true
@@ -93,13 +103,10 @@ Item {
                         Accessible.name: text
                         Accessible.checkable: true
                         Accessible.checked: checked
-                        onToggled: view.showsManualConnection = checked
-                        background: Rectangle {
-                            visible: disclosure.visualFocus
-                            color: "transparent"
-                            radius: 4
-                            border.width: 2
-                            border.color: Theme.accent
+                        onClicked: view.showsManualConnection = !view.showsManualConnection
+                        Accessible.onPressAction: clicked()
+                        FocusRing {
+                            ownerRadius: 4
                         }
                         contentItem: RowLayout {
                             spacing: 4
@@ -140,6 +147,9 @@ Item {
                                 Layout.fillWidth: true
                                 Accessible.name: qsTr("Server URL")
                                 onTextEdited: view.store.serverURL = text
+                                FocusRing {
+                                    ownerRadius: 2
+                                }
                             }
                         }
                         LabeledField {
@@ -156,6 +166,9 @@ Item {
                                 Layout.fillWidth: true
                                 Accessible.name: qsTr("API key")
                                 onTextEdited: view.store.apiKey = text
+                                FocusRing {
+                                    ownerRadius: 2
+                                }
                             }
                         }
                         SymbolButton {

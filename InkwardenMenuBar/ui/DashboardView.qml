@@ -12,6 +12,15 @@ Item {
     readonly property DashboardViewModel viewModel: DashboardViewModel {
         store: view.store
     }
+    Accessible.role: Accessible.Pane
+    //: The dashboard screen of the popover, as screen readers name it
+    Accessible.name: qsTr("Royalties")
+
+    // Where the keyboard focus starts as the dashboard appears (MenuContentView): the selected
+    // period.
+    function focusFirstControl() {
+        periodPicker.focusCurrent(Qt.OtherFocusReason)
+    }
 
     PeriodChoicesModel {
         id: periods
@@ -63,6 +72,8 @@ Item {
                     symbolSize: 17
                     //: Tool tip of the gear button that opens the settings page
                     toolTip: qsTr("Settings")
+                    //: What the gear button does, for screen readers
+                    accessibleDescription: qsTr("Server, account, figures, notifications and updates")
                     foreground: Theme.secondaryText
                     onClicked: view.store.showSettings()
                 }
@@ -97,6 +108,7 @@ Item {
                         spacing: 5
                         Layout.fillWidth: true
                         SegmentedPicker {
+                            id: periodPicker
                             objectName: "periodPicker"
                             //: Accessible name of the picker choosing the time span of the royalty figures (Today, This Month, ...)
                             accessibleName: qsTr("Period")

@@ -38,6 +38,11 @@ QString DashboardViewModel::displayedRoyaltyCaption() const
     return fromStore([](const RoyaltiesStore &store) { return store.displayedRoyalty().title().toUpper(); });
 }
 
+QString DashboardViewModel::displayedRoyaltyTitle() const
+{
+    return fromStore([](const RoyaltiesStore &store) { return store.displayedRoyalty().title(); });
+}
+
 double DashboardViewModel::highlightedRoyalty() const
 {
     return fromStore([](const RoyaltiesStore &store) { return store.highlightedRoyalty(); });

@@ -15,6 +15,7 @@ class DashboardViewModel : public StoreViewModel
     Q_PROPERTY(QVariant periodCooldownCaption READ periodCooldownCaption NOTIFY changed)
     Q_PROPERTY(QString statusIndicatorColor READ statusIndicatorColor NOTIFY changed)
     Q_PROPERTY(QString displayedRoyaltyCaption READ displayedRoyaltyCaption NOTIFY changed)
+    Q_PROPERTY(QString displayedRoyaltyTitle READ displayedRoyaltyTitle NOTIFY changed)
     Q_PROPERTY(double highlightedRoyalty READ highlightedRoyalty NOTIFY changed)
     Q_PROPERTY(QString highlightedRoyaltyText READ highlightedRoyaltyText NOTIFY changed)
 
@@ -26,6 +27,9 @@ public:
     QVariant periodCooldownCaption() const;
     QString statusIndicatorColor() const;
     QString displayedRoyaltyCaption() const;
+    // As written ("Gross royalties"), for screen readers, which would read the caption's capitals
+    // letter by letter.
+    QString displayedRoyaltyTitle() const;
     double highlightedRoyalty() const;
     QString highlightedRoyaltyText() const;
 };

@@ -24,6 +24,37 @@ Rectangle {
         store: card.store
     }
 
+    // A refresh that begins, and the figure it brings, are told to screen readers; the status
+    // lines below, which follow the clock, are not.
+    Announcement {
+        id: announcement
+        objectName: "announcement"
+    }
+    // Told once the new figures are in the view models too, after the store's own signals.
+    Timer {
+        id: newFigures
+        interval: 0
+        onTriggered: {
+            if (card.store.lastUpdated !== undefined) {
+                //: Said by screen readers when new figures arrived: "Refreshed. Gross royalties: $1,234.50"
+                announcement.say(qsTr("Refreshed. %1: %2").arg(card.viewModel.displayedRoyaltyTitle)
+                                 .arg(card.viewModel.highlightedRoyaltyText));
+            }
+        }
+    }
+    Connections {
+        target: card.store
+        function onIsLoadingChanged() {
+            if (card.store.isLoading) {
+                //: Said by screen readers as a refresh of the royalties begins
+                announcement.say(qsTr("Refreshing"));
+            }
+        }
+        function onLastUpdatedChanged() {
+            newFigures.restart();
+        }
+    }
+
     Spinner {
         objectName: "loadingIndicator"
         visible: card.store.isLoading
@@ -57,6 +88,8 @@ Rectangle {
             TextLine {
                 objectName: "displayedRoyaltyCaption"
                 text: card.viewModel.displayedRoyaltyCaption
+                // Read with the amount, as one line.
+                Accessible.ignored: true
                 font: Typography.make(Typography.caption2Size, Font.DemiBold)
                 color: Theme.secondaryText
             }
@@ -65,6 +98,8 @@ Rectangle {
             objectName: "highlightedAmount"
             text: card.viewModel.highlightedRoyaltyText
             countsDown: card.store.royaltyChangeCountsDown
+            //: The headline for screen readers: the figure's name ("Gross royalties"), then the amount
+            Accessible.name: qsTr("%1: %2").arg(card.viewModel.displayedRoyaltyTitle).arg(text)
             Layout.alignment: Qt.AlignHCenter
             Layout.maximumWidth: card.width - 16
         }

@@ -27,6 +27,8 @@ Rectangle {
         TextLine {
             objectName: "errorMessage"
             text: banner.message
+            // The banner itself is the alert that screen readers read.
+            Accessible.ignored: true
             font: Typography.caption
             wrapMode: Text.Wrap
             Layout.fillWidth: true

@@ -12,6 +12,8 @@ AbstractButton {
     padding: 2
     Accessible.name: text
     Accessible.role: Accessible.Link
+    // A screen reader's "press" follows the link, as a click does.
+    Accessible.onPressAction: clicked()
 
     contentItem: Label {
         text: control.text
@@ -20,11 +22,9 @@ AbstractButton {
         color: control.linkColor
         opacity: control.enabled ? (control.down ? 0.7 : 1) : 0.45
     }
-    background: Rectangle {
-        visible: control.visualFocus
-        color: "transparent"
-        radius: 3
-        border.width: 1
-        border.color: control.linkColor
+
+    FocusRing {
+        outset: 1
+        ownerRadius: 3
     }
 }

@@ -8,6 +8,10 @@ import QtQuick.Templates as T
 // close the popover (`closeRequested`); every Quit in the views calls Qt.quit(), which the shell
 // connects to the application's quit. The controls take their colours from the desktop's palette
 // as it is now, so a switch between light and dark reaches them too.
+//
+// Everything works from the keyboard: each screen puts the focus on its first control as it appears,
+// Tab and Shift+Tab go through the controls in reading order, each with its focus ring, and Enter
+// presses the focused button as Space does.
 Pane {
     id: root
     required property RoyaltiesStore store
@@ -36,10 +40,55 @@ Pane {
     palette.dark: Theme.desktop.dark
     palette.shadow: Theme.desktop.shadow
 
+    // Enter and Return press the focused button, link or segment and toggle the focused switch or
+    // check box, as Space does (Qt's controls take only Space).
+    function pressFocusedControl(event: KeyEvent) {
+        const button = Window.activeFocusItem as T.AbstractButton
+        if (!button || !button.enabled) {
+            event.accepted = false
+            return
+        }
+        if (button.checkable) {
+            button.toggle()
+            button.toggled()
+        }
+        button.clicked()
+    }
+    Keys.onReturnPressed: event => pressFocusedControl(event)
+    Keys.onEnterPressed: event => pressFocusedControl(event)
+
+    // Puts the keyboard focus on the first control of the screen shown, without a ring until the
+    // keyboard moves it: as the screen appears, and whenever the popover is shown again. An open
+    // update prompt keeps the focus.
+    function focusScreen() {
+        if (updatePrompt.visible)
+            return
+        const connect = screen.item as ConnectView
+        const dashboard = screen.item as DashboardView
+        const settings = screen.item as SettingsView
+        connect?.focusFirstControl()
+        dashboard?.focusFirstControl()
+        settings?.focusFirstControl()
+    }
+    Window.onVisibilityChanged: {
+        if (Window.visibility !== Window.Hidden)
+            focusScreen()
+    }
+    function isInScreen(item: Item): bool {
+        for (let ancestor = item; ancestor; ancestor = ancestor.parent) {
+            if (ancestor === screen)
+                return true
+        }
+        return false
+    }
+
     Loader {
         id: screen
         objectName: "screen"
         anchors.fill: parent
+        // The screens' focus stays inside the popover's content as they change.
+        focus: true
+        onLoaded: root.focusScreen()
         sourceComponent: !root.store.isConnected ? connectScreen
                        : root.store.isShowingSettings ? settingsScreen
                        : dashboardScreen
@@ -72,8 +121,23 @@ Pane {
         visible: root.store.isShowingUpdatePrompt
         title: root.updates.promptTitle
         closePolicy: Popup.CloseOnEscape
+        // Takes the keyboard focus as it opens, on its prominent button, and gives it back as it
+        // closes to the control that had it (else to the screen's first control).
+        property Item focusBefore
+        focus: true
+        onAboutToShow: {
+            const focused = root.Window.activeFocusItem
+            focusBefore = focused && root.isInScreen(focused) ? focused : null
+        }
+        onOpened: downloadButton.forceActiveFocus()
         palette: root.palette
-        onClosed: root.store.isShowingUpdatePrompt = false
+        onClosed: {
+            root.store.isShowingUpdatePrompt = false
+            if (focusBefore)
+                focusBefore.forceActiveFocus()
+            else
+                root.focusScreen()
+        }
 
         contentItem: TextLine {
             objectName: "updatePromptMessage"
@@ -82,6 +146,8 @@ Pane {
             wrapMode: Text.Wrap
         }
         footer: DialogButtonBox {
+            Keys.onReturnPressed: event => root.pressFocusedControl(event)
+            Keys.onEnterPressed: event => root.pressFocusedControl(event)
             SymbolButton {
                 objectName: "updatePromptLater"
                 //: Button of the update prompt: do not download the new version now
@@ -89,6 +155,7 @@ Pane {
                 onClicked: updatePrompt.reject()
             }
             SymbolButton {
+                id: downloadButton
                 objectName: "updatePromptDownload"
                 //: Button of the update prompt
                 text: qsTr("Download Update")

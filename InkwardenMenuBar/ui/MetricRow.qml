@@ -24,12 +24,15 @@ RowLayout {
     TextLine {
         objectName: "title"
         text: row.title
+        // The row reads as one line; its parts are not read again.
+        Accessible.ignored: true
         color: Theme.secondaryText
         font: Typography.body
     }
     Item { Layout.fillWidth: true }
     TextLine {
         objectName: "value"
+        Accessible.ignored: true
         text: row.value
         font: Typography.make(Typography.bodySize, Font.DemiBold, Typography.figureFamily)
     }

@@ -6,9 +6,27 @@ import QtQuick.Layouts
 
 // The settings' list of sales formats: a checkbox to show or hide each, and buttons that move it
 // up or down. Hidden formats keep their place.
+//
+// From the keyboard: Tab and Shift+Tab go through each row's check box and move buttons (a button
+// that cannot move its format is greyed out and skipped); Space toggles the check box or presses
+// the button, and so does Enter. Up and Down take the focus to the same control of the row above
+// or below; Alt+Up and Alt+Down move the focused row's format. After a move, the focus follows
+// the format to its new row.
 Rectangle {
     id: list
     required property RoyaltiesStore store
+
+    // Asks the row of the format `key` to take the focus on `part` ("toggle", "up" or "down");
+    // the ring shows only for a keyboard `reason`.
+    signal rowFocusRequested(string key, string part, int reason)
+
+    // Moves the format `key` by `by` places; when `part` names the control of its row that had the
+    // focus, the focus follows the format there.
+    function move(key: string, by: int, part: string, reason: int) {
+        list.store.moveSalesMetric(key, by)
+        if (part.length > 0)
+            list.rowFocusRequested(key, part, reason)
+    }
 
     Layout.fillWidth: true
     implicitHeight: rows.implicitHeight
@@ -22,8 +40,12 @@ Rectangle {
         spacing: 0
 
         Repeater {
-            // Toggling or moving changes the rows in place, so they keep the keyboard focus.
-            model: SalesMetricSettingsModel { store: list.store }
+            // Toggling or moving changes the rows in place: a toggled row keeps the keyboard focus,
+            // and a moved format takes it along to its new row (move).
+            model: SalesMetricSettingsModel {
+                id: metrics
+                store: list.store
+            }
             delegate: ColumnLayout {
                 id: entry
                 required property int index
@@ -39,6 +61,36 @@ Rectangle {
                 spacing: 0
                 Layout.fillWidth: true
 
+                // The control of this row that has the focus: "toggle", "up", "down", or "".
+                function focusedPart(): string {
+                    return toggle.activeFocus ? "toggle"
+                         : moveUp.activeFocus ? "up"
+                         : moveDown.activeFocus ? "down" : ""
+                }
+                // A move button that cannot move the format further is greyed out: the other one
+                // takes the focus instead, else the check box.
+                function takeFocus(part: string, reason: int) {
+                    const wanted = part === "up" ? moveUp : part === "down" ? moveDown : toggle
+                    const target = wanted.enabled ? wanted
+                                 : moveUp.enabled ? moveUp
+                                 : moveDown.enabled ? moveDown : toggle
+                    target.forceActiveFocus(reason)
+                }
+                // Moves the format from the keyboard or a click; the focus follows it if the
+                // button had it, with its ring if the keyboard pressed the button.
+                function moveBy(by: int, button: SymbolButton) {
+                    list.move(entry.key, by, button.activeFocus ? entry.focusedPart() : "",
+                              button.visualFocus ? Qt.TabFocusReason : Qt.OtherFocusReason)
+                }
+
+                Connections {
+                    target: list
+                    function onRowFocusRequested(key: string, part: string, reason: int) {
+                        if (key === entry.key)
+                            entry.takeFocus(part, reason)
+                    }
+                }
+
                 Separator {
                     objectName: "divider"
                     visible: entry.showsDivider
@@ -50,6 +102,23 @@ Rectangle {
                     Layout.rightMargin: 10
                     Layout.topMargin: 7
                     Layout.bottomMargin: 7
+                    Keys.onPressed: event => {
+                        const part = entry.focusedPart()
+                        const step = event.key === Qt.Key_Up ? -1 : event.key === Qt.Key_Down ? 1 : 0
+                        if (part === "" || step === 0)
+                            return
+                        if (event.modifiers === Qt.AltModifier) {
+                            if (step < 0 ? entry.canMoveUp : entry.canMoveDown)
+                                list.move(entry.key, step, part, Qt.TabFocusReason)
+                            event.accepted = true
+                        } else if (event.modifiers === Qt.NoModifier) {
+                            const neighbour = metrics.value(entry.index + step, "key")
+                            if (neighbour !== undefined)
+                                list.rowFocusRequested(neighbour, part, step < 0 ? Qt.BacktabFocusReason
+                                                                                  : Qt.TabFocusReason)
+                            event.accepted = true
+                        }
+                    }
 
                     CheckBox {
                         id: toggle
@@ -65,22 +134,30 @@ Rectangle {
                             // The store decides: show what it holds, not what was clicked.
                             checked = Qt.binding(() => entry.isShown)
                         }
+                        FocusRing {
+                            ownerRadius: 3
+                        }
                     }
                     SymbolButton {
+                        id: moveUp
                         objectName: "moveUpButton"
                         symbol: "chevron.up"
                         toolTip: entry.moveUpTitle
+                        //: What a metric's move-up and move-down buttons do, for screen readers
+                        accessibleDescription: qsTr("Changes the order of the sales breakdown")
                         foreground: Theme.secondaryText
                         enabled: entry.canMoveUp
-                        onClicked: list.store.moveSalesMetric(entry.key, -1)
+                        onClicked: entry.moveBy(-1, moveUp)
                     }
                     SymbolButton {
+                        id: moveDown
                         objectName: "moveDownButton"
                         symbol: "chevron.down"
                         toolTip: entry.moveDownTitle
+                        accessibleDescription: qsTr("Changes the order of the sales breakdown")
                         foreground: Theme.secondaryText
                         enabled: entry.canMoveDown
-                        onClicked: list.store.moveSalesMetric(entry.key, 1)
+                        onClicked: entry.moveBy(1, moveDown)
                     }
                 }
             }

@@ -6,11 +6,23 @@ import QtQuick.Layouts
 // A segmented choice: one segment per row of `model` (a list model with the roles value, title and
 // isCurrent), showing the title, the current row selected. Choosing a segment emits `activated`
 // with its value; the picker never selects by itself, so the store decides what is shown.
+//
+// From the keyboard each segment is a stop of Tab and Shift+Tab, Space or Enter chooses it, and
+// Left and Right choose the segment beside the focused one and take the focus there, as in a
+// group of radio buttons (they stop at the ends).
 Rectangle {
     id: picker
     property var model
     property string accessibleName
     signal activated(string value)
+    // Asks the segment at `index` (the selected one for -1) to take the focus; `choose` chooses it
+    // as well.
+    signal segmentFocusRequested(int index, bool choose, int reason)
+
+    // Puts the keyboard focus on the selected segment; the ring shows only for a keyboard `reason`.
+    function focusCurrent(reason: int) {
+        segmentFocusRequested(-1, false, reason)
+    }
 
     implicitHeight: 26
     Layout.fillWidth: true
@@ -44,14 +56,35 @@ Rectangle {
                 Accessible.name: text
                 Accessible.checkable: true
                 Accessible.checked: checked
+                // A screen reader's "press" chooses the segment, as a click does.
+                Accessible.onPressAction: clicked()
                 onClicked: picker.activated(value)
+                Keys.onLeftPressed: picker.segmentFocusRequested(index - 1, true, Qt.BacktabFocusReason)
+                Keys.onRightPressed: picker.segmentFocusRequested(index + 1, true, Qt.TabFocusReason)
+
+                Connections {
+                    target: picker
+                    function onSegmentFocusRequested(index: int, choose: bool, reason: int) {
+                        if (index === -1 ? !segment.isCurrent : index !== segment.index)
+                            return
+                        // The focus first: a choice can grey the picker out for a moment (the
+                        // period cooldown), and the segment then gets the focus back with its ring.
+                        segment.forceActiveFocus(reason)
+                        if (choose && !segment.isCurrent)
+                            picker.activated(segment.value)
+                    }
+                }
 
                 background: Rectangle {
                     radius: 5
                     color: segment.checked ? (Theme.dark ? Qt.lighter(Theme.controlBackground, 1.9) : "#ffffff")
                                            : "transparent"
-                    border.width: segment.visualFocus ? 2 : (segment.checked && !Theme.dark ? 1 : 0)
-                    border.color: segment.visualFocus ? Theme.accent : Theme.separator
+                    border.width: segment.checked && !Theme.dark ? 1 : 0
+                    border.color: Theme.separator
+                }
+                FocusRing {
+                    outset: 1
+                    ownerRadius: 5
                 }
                 contentItem: Label {
                     text: segment.text

@@ -15,6 +15,15 @@ Item {
     readonly property UpdateViewModel updates: UpdateViewModel {
         store: view.store
     }
+    Accessible.role: Accessible.Pane
+    Accessible.name: qsTr("Settings")
+
+    // Where the keyboard focus starts as the settings appear (MenuContentView): Back, the page's
+    // first control in reading order, one Tab before the server field, and one that a stray key
+    // press cannot change, as it could a text field.
+    function focusFirstControl() {
+        backButton.forceActiveFocus()
+    }
 
     ColumnLayout {
         anchors.fill: parent
@@ -32,6 +41,7 @@ Item {
                 anchors.margins: 16
                 spacing: 6
                 SymbolButton {
+                    id: backButton
                     objectName: "backButton"
                     symbol: "chevron.left"
                     symbolSize: 20
@@ -86,6 +96,9 @@ Item {
                             Layout.fillWidth: true
                             Accessible.name: qsTr("Server URL")
                             onTextEdited: view.store.serverURL = text
+                            FocusRing {
+                                ownerRadius: 2
+                            }
                         }
                     }
 
@@ -103,6 +116,9 @@ Item {
                             Layout.fillWidth: true
                             Accessible.name: qsTr("API key")
                             onTextEdited: view.store.apiKey = text
+                            FocusRing {
+                                ownerRadius: 2
+                            }
                         }
                     }
 
@@ -134,6 +150,9 @@ Item {
                             Layout.fillWidth: true
                             Accessible.name: qsTr("Account")
                             onActivated: view.store.accountID = currentValue
+                            FocusRing {
+                                ownerRadius: 2
+                            }
                         }
                         TextLine {
                             objectName: "singleAccountName"
@@ -179,6 +198,9 @@ Item {
                             Layout.fillWidth: true
                             Accessible.name: qsTr("Refresh interval")
                             onActivated: view.store.refreshMinutes = currentValue
+                            FocusRing {
+                                ownerRadius: 2
+                            }
                         }
                     }
 
@@ -210,6 +232,9 @@ Item {
                                 view.store.setOpensAtLogin(checked)
                                 // Always show the state the system reports, not the click.
                                 checked = Qt.binding(() => view.store.opensAtLogin)
+                            }
+                            FocusRing {
+                                ownerRadius: 4
                             }
                         }
                         Rectangle {
@@ -276,6 +301,9 @@ Item {
                             padding: 0
                             Accessible.name: text
                             onToggled: view.store.alerts.notifyOnNewRoyalties = checked
+                            FocusRing {
+                                ownerRadius: 4
+                            }
                         }
                         Switch {
                             objectName: "soundSwitch"
@@ -287,6 +315,9 @@ Item {
                             padding: 0
                             Accessible.name: text
                             onToggled: view.store.alerts.notificationSound = checked
+                            FocusRing {
+                                ownerRadius: 4
+                            }
                         }
                         Switch {
                             objectName: "quietHoursSwitch"
@@ -298,6 +329,9 @@ Item {
                             padding: 0
                             Accessible.name: text
                             onToggled: view.store.alerts.quietHoursEnabled = checked
+                            FocusRing {
+                                ownerRadius: 4
+                            }
                         }
                         RowLayout {
                             objectName: "quietHoursTimes"
@@ -318,6 +352,9 @@ Item {
                                 Layout.fillWidth: true
                                 Accessible.name: qsTr("Quiet hours start")
                                 onActivated: view.store.alerts.quietHoursStart = currentText
+                                FocusRing {
+                                    ownerRadius: 2
+                                }
                             }
                             TextLine {
                                 //: Label between the start and end times of the quiet hours, read as "From [time] to [time]"
@@ -332,6 +369,9 @@ Item {
                                 Layout.fillWidth: true
                                 Accessible.name: qsTr("Quiet hours end")
                                 onActivated: view.store.alerts.quietHoursEnd = currentText
+                                FocusRing {
+                                    ownerRadius: 2
+                                }
                             }
                         }
                         Switch {
@@ -345,6 +385,9 @@ Item {
                             padding: 0
                             Accessible.name: text
                             onToggled: view.store.alerts.quietHoursSummary = checked
+                            FocusRing {
+                                ownerRadius: 4
+                            }
                         }
                     }
 
@@ -362,6 +405,9 @@ Item {
                             padding: 0
                             Accessible.name: text
                             onToggled: view.store.hideAmounts = checked
+                            FocusRing {
+                                ownerRadius: 4
+                            }
                         }
                     }
 

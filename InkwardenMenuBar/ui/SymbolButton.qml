@@ -13,6 +13,8 @@ Button {
     property bool large: false
     property bool busy: false
     property string toolTip
+    // For screen readers, where the name alone does not say enough (an icon-only button).
+    property string accessibleDescription
     property color foreground: prominent ? Theme.accentText : Theme.text
     property font labelFont: Typography.body
 
@@ -33,6 +35,9 @@ Button {
     ToolTip.delay: 600
     Accessible.name: iconOnly ? toolTip : text
     Accessible.role: Accessible.Button
+    Accessible.description: accessibleDescription
+    // A screen reader's "press" clicks, as the pointer and the keyboard do.
+    Accessible.onPressAction: clicked()
 
     contentItem: RowLayout {
         spacing: 6
@@ -53,6 +58,8 @@ Button {
         }
         Label {
             visible: !control.iconOnly
+            // The button is named by its text already.
+            Accessible.ignored: true
             Layout.fillWidth: control.Layout.fillWidth
             Layout.minimumWidth: 0
             horizontalAlignment: Text.AlignHCenter
@@ -67,15 +74,19 @@ Button {
     }
 
     background: Rectangle {
-        visible: !control.flat || control.hovered || control.visualFocus
+        visible: !control.flat || control.hovered
         radius: control.large ? 8 : 6
         color: control.prominent
                ? (control.down ? Qt.darker(Theme.accent, 1.15) : Theme.accent)
                : control.flat
                  ? Theme.withOpacity(Theme.text, control.down ? 0.14 : 0.07)
                  : (control.down ? Qt.darker(Theme.controlBackground, 1.08) : Theme.controlBackground)
-        border.width: control.prominent || control.flat ? (control.visualFocus ? 2 : 0) : 1
-        border.color: control.visualFocus ? Theme.accent : Theme.separator
+        border.width: control.prominent || control.flat ? 0 : 1
+        border.color: Theme.separator
         opacity: control.enabled ? 1 : 0.55
+    }
+
+    FocusRing {
+        ownerRadius: control.large ? 8 : 6
     }
 }

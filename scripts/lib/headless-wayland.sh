@@ -27,7 +27,7 @@
 #   wayland_pointer COMMAND...      move X Y, click|press|release left|right|middle; waits until
 #                                   the compositor has handled it
 #   wayland_screenshot FILE         the whole output, with grim
-#   wayland_popover_windows         sway's nodes titled "Inkwarden", as JSON, one a line
+#   wayland_popover_windows         sway's nodes titled "Inkwarden Royalties…", as JSON, one a line
 
 here_wayland="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
 # The generic helpers (logging, stopping processes, finding the item in two screenshots).
@@ -458,13 +458,14 @@ wayland_activate() {
         --method org.kde.StatusNotifierItem.Activate "$1" "$2" >/dev/null
 }
 
-# sway's windows titled exactly "Inkwarden", one JSON object a line, each with "floating" (true for
-# a floating window) and "focused".
+# sway's windows titled "Inkwarden Royalties" (the popover; Qt adds " — Inkwarden", the
+# application's name, on Wayland), one JSON object a line, each with "floating" (true for a floating
+# window) and "focused".
 wayland_popover_windows() {
     wayland_as_user swaymsg -r -t get_tree 2>/dev/null | python3 -c '
 import json, sys
 def walk(node, floating):
-    if node.get("name") == "Inkwarden" and node.get("pid") is not None:
+    if (node.get("name") or "").startswith("Inkwarden Royalties") and node.get("pid") is not None:
         print(json.dumps({"pid": node["pid"], "app_id": node.get("app_id"), "floating": floating,
                           "focused": node.get("focused"), "rect": node["rect"]}))
     for child in node.get("nodes", []):

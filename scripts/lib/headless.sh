@@ -289,8 +289,8 @@ headless_wait_for_figure_label() {
     return 1
 }
 
-# Ids of the mapped (viewable) windows titled exactly "Inkwarden".
-headless_popover_windows() { xdotool search --onlyvisible --name '^Inkwarden$' 2>/dev/null || true; }
+# Ids of the mapped (viewable) windows titled "Inkwarden Royalties" (the popover).
+headless_popover_windows() { xdotool search --onlyvisible --name '^Inkwarden Royalties' 2>/dev/null || true; }
 
 headless_activate() {
     gdbus call --session --dest "$(headless_item_service)" --object-path /StatusNotifierItem \

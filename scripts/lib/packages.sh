@@ -31,6 +31,7 @@ INKWARDEN_PACKAGE_PACKAGES=(
 # measured) with real glyphs, as on a Japanese desktop, which always has one.
 INKWARDEN_TEST_PACKAGES=(
     fonts-ipafont-gothic
+    at-spi2-core python3-pyatspi
     gnome-keyring gcr libkf5wallet-bin
     dbus-daemon dbus-bin python3-dbusmock
     clang clang-format clang-tidy libclang-rt-14-dev libbenchmark-dev qt6-declarative-dev-tools

@@ -80,9 +80,9 @@ signed_out=$(shot 2-top-bar-before-sign-in)
 headless_sign_in "$app"
 headless_wait_for_figures
 
-# The figure Inkwarden shows, from its tool tip ("$1,235 · Refreshed …"), whatever the host draws;
-# the label must carry the same figure (checked once the screenshot has been read).
-item_figure() { item_property ToolTip | sed -n "s/^(<('[^']*', [^,]*\[.*\], '[^']*', '\([^']*\) · .*')>,)\$/\1/p"; }
+# The figure Inkwarden shows, from its tool tip ("Today: $1,235 · Refreshed …"), whatever the host
+# draws; the label must carry the same figure (checked once the screenshot has been read).
+item_figure() { item_property ToolTip | sed -n "s/^(<('[^']*', [^,]*\[.*\], '[^']*', '[^':]*: \([^']*\) · .*')>,)\$/\1/p"; }
 figure=""
 for _ in $(seq $((settle * 10))); do
     figure=$(item_figure || true)

@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # The real Inkwarden started under each of its languages, on a private session bus with a
 # StatusNotifierWatcher, a keyring and the development server, without a display: what a panel reads
-# over D-Bus (the menu's entries, the tool tip's heading), the tool tip bars get from
-# `inkwarden --status`, and `inkwarden --help`, each as the language's translation file says. With
-# LANG=C and no LANGUAGE, the same texts are English, exactly as written.
+# over D-Bus (the menu's entries with their access keys, the item's title for screen readers, the
+# tool tip's heading), the tool tip bars get from `inkwarden --status`, and `inkwarden --help`, each
+# as the language's translation file says. With LANG=C and no LANGUAGE, the same texts are English,
+# exactly as written.
 #
 # Usage: speaks-the-language.sh INKWARDEN DEVSERVER WATCHER TRANSLATIONS_FOLDER
 set -euo pipefail
@@ -53,26 +54,29 @@ PY
 speaks() {
     local name=$1 ts=$2
     shift 2
-    local heading description tooltip help
+    local heading signed_out description tooltip help
     heading=$(translated "$ts" PanelStatusBuilder "Inkwarden Royalties")
+    signed_out=$(translated "$ts" PanelStatusBuilder "Not signed in")
     description=$(translated "$ts" main "Your book royalties at a glance, in the panel.")
-    [ -n "$heading" ] && [ -n "$description" ] || fail "$name: the translation file has no tool tip or description"
+    [ -n "$heading" ] && [ -n "$signed_out" ] && [ -n "$description" ] \
+        || fail "$name: the translation file has no tool tip or description"
 
     env -u LANGUAGE -u LC_ALL -u LC_MESSAGES -u LANG "$@" "$app" >>"$HEADLESS_SCRATCH/inkwarden.log" 2>&1 &
     HEADLESS_APP_PID=$!
     HEADLESS_APP_LOG="$HEADLESS_SCRATCH/inkwarden.log"
     headless_wait_for_item
     /usr/bin/python3 "$here/read-panel-texts.py" "$(headless_item_service)" ${ts:+"$ts"} >&2 \
-        || fail "$name: the panel menu or tool tip is not in the language"
+        || fail "$name: the panel menu, title or tool tip is not in the language"
 
     tooltip=$(env -u LANGUAGE -u LC_ALL -u LC_MESSAGES -u LANG "$@" "$app" --status --format waybar)
-    case "$tooltip" in *"\"tooltip\":\"$heading\\n"*) ;; *) fail "$name: the bar's tool tip is not '$heading…': $tooltip" ;; esac
+    case "$tooltip" in *"\"tooltip\":\"$heading\\n$signed_out\""*) ;;
+        *) fail "$name: the bar's tool tip is not '$heading', '$signed_out': $tooltip" ;; esac
     help=$(env -u LANGUAGE -u LC_ALL -u LC_MESSAGES -u LANG "$@" "$app" --help)
     grep -qF "$description" <<<"$help" || fail "$name: --help does not describe Inkwarden as '$description'"
 
     headless_stop "$HEADLESS_APP_PID"
     wait "$HEADLESS_APP_PID" 2>/dev/null || true
-    pass "$name: menu, tool tip ('$heading'), bar tool tip and --help"
+    pass "$name: menu and access keys, title, tool tip ('$heading'), bar tool tip and --help"
 }
 
 speaks "LANG=C" "" LANG=C

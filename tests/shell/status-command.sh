@@ -5,9 +5,13 @@
 #   1. With no Inkwarden running, --status says so on standard error and exits 3; a follower
 #      started then waits and shows nothing.
 #   2. Once Inkwarden runs, --status prints its title ("◉ —" before sign-in, state signedOut) and
-#      the follower prints it as waybar JSON.
+#      the follower prints it as waybar JSON; the item's Title, what screen readers read, says
+#      "Inkwarden: Not signed in".
 #   3. After a browser sign-in the figure arrives: --status prints exactly the item's label, and the
-#      follower prints the figure with the state ok, on its own (no polling: it asked once).
+#      follower prints the figure with the state ok, on its own (no polling: it asked once). The bar's
+#      tool tip and the item's Title name the period with the figure ("Today: $1,235 · Refreshed at
+#      …", "Inkwarden: Today $1,235"); "Hide amounts" in the item's menu masks the figure in all of
+#      them, and choosing it again shows it.
 #   4. Asking for the status sends nothing to the server.
 #   5. When Inkwarden quits, the follower shows nothing again and keeps waiting.
 #
@@ -42,6 +46,27 @@ follower_says() {
     return 1
 }
 requests_seen() { curl -s "$HEADLESS_SERVER/__admin/requests" | grep -o '"path"' | wc -l; }
+# The item's Title, its name for screen readers ("Inkwarden: Today $1,235").
+item_title() {
+    gdbus call --session --dest "$(headless_item_service)" --object-path /StatusNotifierItem \
+        --method org.freedesktop.DBus.Properties.Get org.kde.StatusNotifierItem Title \
+        | sed -n "s/^(<'\(.*\)'>,)$/\1/p"
+}
+# Waits until the item's label and Title are the given ones; prints what they were when not.
+item_says() {
+    local label=$1 words=$2
+    for _ in $(seq 100); do
+        [ "$(headless_item_label)" = "$label" ] && [ "$(item_title)" = "$words" ] && return 0
+        sleep 0.05
+    done
+    headless_log "the item's label is '$(headless_item_label)' and its Title '$(item_title)'"
+    return 1
+}
+# Chooses "Hide amounts" in the item's menu, as a panel does when it is clicked.
+choose_hide_amounts() {
+    gdbus call --session --dest "$(headless_item_service)" --object-path /MenuBar \
+        --method com.canonical.dbusmenu.Event 6 clicked '<0>' 0 >/dev/null
+}
 # --- 1. Nothing running.
 status=0
 errors=$("$app" --status 2>&1 >/dev/null) || status=$?
@@ -63,7 +88,8 @@ follower_says '"class":"signedOut"' || fail "the follower did not see Inkwarden 
 grep '"class":"signedOut"' "$follow_log" | grep -q '"text":"◉ —"' || fail "the signed-out line has no '◉ —'"
 title=$("$app" --status) || fail "--status failed with Inkwarden running"
 [ "$title" = "◉ —" ] || fail "--status printed '$title' before sign-in, expected '◉ —'"
-pass "before sign-in: --status prints '◉ —', the follower says signedOut"
+item_says "◉ —" "Inkwarden: Not signed in" || fail "the item's Title does not say 'Inkwarden: Not signed in'"
+pass "before sign-in: --status prints '◉ —', the follower says signedOut, the item's Title 'Inkwarden: Not signed in'"
 
 # --- 3. Signed in: the figure.
 headless_sign_in "$app"
@@ -81,6 +107,24 @@ genmon=$("$app" --status --format genmon)
 case "$genmon" in "<txt>$label</txt><tool>Inkwarden Royalties&#10;"*"</tool><txtclick>'$app'</txtclick>") ;;
     *) fail "the genmon line is '$genmon'" ;; esac
 pass "the waybar and genmon formats carry the tool tip (and genmon's click opens Inkwarden)"
+figure=${label#"· "}
+case "$json" in *"\"tooltip\":\"Inkwarden Royalties\\nToday: $figure · Refreshed at "*) ;;
+    *) fail "the bar's tool tip does not name the period with '$figure': $json" ;; esac
+item_says "$label" "Inkwarden: Today $figure" || fail "the item's Title does not say 'Inkwarden: Today $figure'"
+pass "the tool tip says 'Today: $figure · Refreshed at …', the item's Title 'Inkwarden: Today $figure'"
+
+choose_hide_amounts
+masked="${figure%%[0-9]*}•••"
+item_says "· $masked" "Inkwarden: Today $masked" || fail "Hide amounts did not mask the item's label and Title"
+title=$("$app" --status)
+[ "$title" = "· $masked" ] || fail "--status printed '$title' with hidden amounts, expected '· $masked'"
+json=$("$app" --status --format waybar)
+case "$json" in *"\"tooltip\":\"Inkwarden Royalties\\nToday: $masked · Refreshed at "*) ;;
+    *) fail "the bar's tool tip with hidden amounts is not 'Today: $masked · …': $json" ;; esac
+case "$json" in *"$figure"*) fail "the bar's line shows the hidden amount '$figure': $json" ;; esac
+choose_hide_amounts
+item_says "$label" "Inkwarden: Today $figure" || fail "choosing Hide amounts again did not show the figure"
+pass "Hide amounts in the menu masks label, Title and tool tip ('$masked'); chosen again, '$figure' is back"
 
 # --- 4. No requests.
 before=$(requests_seen)

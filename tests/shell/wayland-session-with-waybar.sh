@@ -99,7 +99,7 @@ stays_shown() {
     return 0
 }
 
-# The first sway window titled "Inkwarden", as JSON, or nothing.
+# The first sway window titled "Inkwarden Royalties" (the popover), as JSON, or nothing.
 popover_window() { wayland_popover_windows | head -n 1; }
 window_field() { python3 -c 'import json, sys; w = json.loads(sys.argv[1]); print(eval(sys.argv[2], {}, w))' "$1" "$2"; }
 

@@ -15,6 +15,7 @@
 
 #include <QDir>
 #include <QGuiApplication>
+#include <QKeySequence>
 #include <QPalette>
 
 #include <cstdio>
@@ -93,6 +94,16 @@ void scrollTo(ViewHarness &view, const QString &name)
 {
     if (QQuickItem *item = view.item(name)) {
         view.ensureVisible(item);
+    }
+}
+
+// Presses Tab until the control named so (inside the one named `scope`, when given) has the
+// keyboard focus, and shows its focus ring.
+void tabTo(ViewHarness &view, const QString &name, const QString &scope = {})
+{
+    QQuickItem *target = view.item(name, scope.isEmpty() ? nullptr : view.find(scope));
+    for (int i = 0; target && i < 80 && view.window()->activeFocusItem() != target; ++i) {
+        view.keyChord(QKeySequence(Qt::Key_Tab));
     }
 }
 
@@ -270,6 +281,17 @@ QList<Screen> screens()
                                                     + QStringLiteral(" You can keep using Inkwarden."));
          },
          [](ViewHarness &view) { scrollTo(view, QStringLiteral("versionField")); }},
+        {QStringLiteral("connect-keyboard-focus"), [](StoreFixture &f) { f.makeStore(); },
+         [](ViewHarness &view) {
+             tabTo(view, QStringLiteral("quitButton"));
+             tabTo(view, QStringLiteral("signInButton"));
+         }},
+        {QStringLiteral("dashboard-keyboard-focus"),
+         [connected](StoreFixture &f) { showFigures(f, connected(f), figures()); },
+         [](ViewHarness &view) { view.keyChord(QKeySequence(Qt::Key_Tab)); }},
+        {QStringLiteral("settings-keyboard-focus"),
+         [settings, accounts](StoreFixture &f) { settings(f).session().setAccounts(accounts(2)); },
+         [](ViewHarness &view) { tabTo(view, QStringLiteral("moveDownButton"), QStringLiteral("metricSetting2")); }},
     };
 }
 
