@@ -563,7 +563,7 @@ Accessible name of the small spinner shown while the royalties are fetched</extr
     <name>PopoverWindow</name>
     <message>
         <source>Inkwarden Royalties</source>
-        <extracomment>The popover&apos;s window, as screen readers announce it.</extracomment>
+        <extracomment>The popover&apos;s window, as screen readers announce it as it opens.</extracomment>
         <translation>Inkwarden-Tantiemen</translation>
     </message>
 </context>

@@ -82,8 +82,7 @@ void PopoverWindow::createView()
     // On X11 the popover sets the keyboard focus itself, as a menu does: a window manager ignores
     // requests to activate a window it does not manage (GNOME Shell does).
     m_view->setFlags(Qt::FramelessWindowHint | (onX11() ? Qt::Popup | Qt::X11BypassWindowManagerHint : Qt::Tool));
-    // What screen readers call the popover as it opens.
-    //: The popover's window, as screen readers announce it.
+    //: The popover's window, as screen readers announce it as it opens.
     m_view->setTitle(tr("Inkwarden Royalties"));
     m_view->setResizeMode(QQuickView::SizeRootObjectToView);
     m_view->setMinimumSize(QSize(width, height));

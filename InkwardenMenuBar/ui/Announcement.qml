@@ -1,9 +1,10 @@
 import QtQuick
 
 // What screen readers should say of a change they would not otherwise notice (a refresh that
-// begins or brings new figures), without a word of the clocks that tick: `say()` shows an alert
-// with the words, and Orca reads an alert as it appears. Nothing is drawn. A reader reads the words
-// some moments after the alert appears, so each stays at least a second before the next one.
+// begins or brings new figures), without a word of the clocks that tick: `say()` shows a
+// notification with the words, and Orca reads a notification as it appears. Nothing is drawn. A
+// reader reads the words some moments after it appears, so each stays a second before the next
+// one, and the last goes once it has been read.
 Item {
     id: announcement
     property string message
@@ -22,6 +23,7 @@ Item {
     }
     function sayNext() {
         if (waiting.length === 0) {
+            visible = false;
             return;
         }
         // Shown again, even with the same words: every change is told.
@@ -35,7 +37,7 @@ Item {
     width: 0
     height: 0
     visible: false
-    Accessible.role: Accessible.AlertMessage
+    Accessible.role: Accessible.Notification
     Accessible.name: message
 
     Timer {

@@ -104,7 +104,7 @@ Item {
                         Accessible.checkable: true
                         Accessible.checked: checked
                         onClicked: view.showsManualConnection = !view.showsManualConnection
-                        Accessible.onPressAction: clicked()
+                        Accessible.onPressAction: if (enabled) clicked()
                         FocusRing {
                             ownerRadius: 4
                         }

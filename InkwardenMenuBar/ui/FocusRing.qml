@@ -42,11 +42,11 @@ Rectangle {
     onKeyboardFocusChanged: {
         if (keyboardFocus)
             fromKeyboard = true
-        else if (owner.activeFocus && owner.enabled)
+        else if (owner && owner.activeFocus && owner.enabled)
             fromKeyboard = false
     }
     onOwnerHasFocusChanged: {
-        if (!ownerHasFocus && owner.enabled)
+        if (!ownerHasFocus && owner && owner.enabled)
             fromKeyboard = false
     }
     onFocusedByPointerChanged: {

@@ -13,7 +13,7 @@ AbstractButton {
     Accessible.name: text
     Accessible.role: Accessible.Link
     // A screen reader's "press" follows the link, as a click does.
-    Accessible.onPressAction: clicked()
+    Accessible.onPressAction: if (enabled) clicked()
 
     contentItem: Label {
         text: control.text

@@ -56,10 +56,14 @@ Rectangle {
                 Accessible.name: text
                 Accessible.checkable: true
                 Accessible.checked: checked
-                // A screen reader's "press" chooses the segment, as a click does.
-                Accessible.onPressAction: clicked()
+                // A screen reader's "press" chooses the segment, as a click does, unless greyed out.
+                Accessible.onPressAction: if (enabled) clicked()
                 onClicked: picker.activated(value)
-                Keys.onLeftPressed: picker.segmentFocusRequested(index - 1, true, Qt.BacktabFocusReason)
+                // The first segment has none before it (-1 would mean the selected one).
+                Keys.onLeftPressed: {
+                    if (index > 0)
+                        picker.segmentFocusRequested(index - 1, true, Qt.BacktabFocusReason)
+                }
                 Keys.onRightPressed: picker.segmentFocusRequested(index + 1, true, Qt.TabFocusReason)
 
                 Connections {

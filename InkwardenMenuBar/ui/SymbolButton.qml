@@ -36,8 +36,8 @@ Button {
     Accessible.name: iconOnly ? toolTip : text
     Accessible.role: Accessible.Button
     Accessible.description: accessibleDescription
-    // A screen reader's "press" clicks, as the pointer and the keyboard do.
-    Accessible.onPressAction: clicked()
+    // A screen reader's "press" clicks, as the pointer and the keyboard do, unless greyed out.
+    Accessible.onPressAction: if (enabled) clicked()
 
     contentItem: RowLayout {
         spacing: 6

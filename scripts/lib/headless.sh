@@ -36,8 +36,9 @@ headless_begin() {
         "$XDG_RUNTIME_DIR"
     chmod 700 "$XDG_RUNTIME_DIR"
     cp /etc/xdg/xfce4/panel/default.xml "$XDG_CONFIG_HOME/xfce4/xfconf/xfce-perchannel-xml/xfce4-panel.xml"
+    # LANGUAGE too: the checks read Inkwarden's English (a test of another language sets it itself).
     unset WAYLAND_DISPLAY XDG_SESSION_DESKTOP DESKTOP_SESSION GNOME_DESKTOP_SESSION_ID KDE_FULL_SESSION \
-        QT_QPA_PLATFORM SESSION_MANAGER GNOME_KEYRING_CONTROL SSH_AUTH_SOCK
+        QT_QPA_PLATFORM SESSION_MANAGER GNOME_KEYRING_CONTROL SSH_AUTH_SOCK LANGUAGE
     export XDG_CURRENT_DESKTOP=XFCE XDG_SESSION_TYPE=x11
     HEADLESS_SETTINGS="$XDG_CONFIG_HOME/inkwarden/inkwarden.conf"
     # There is no browser here: the script plays it. What Inkwarden asks to open is only noted

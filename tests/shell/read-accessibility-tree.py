@@ -9,9 +9,9 @@ Usage: read-accessibility-tree.py COMMAND [ARGUMENT…]
                               texts and descriptions that SCREEN must read (exit 1 on a failure)
   press NAME                  activates the first control named NAME, as Orca's "click" would
   focus NAME                  moves the keyboard focus to the first control named NAME
-  announcements SECONDS [NAME]
-                              listens SECONDS seconds (pressing NAME first, when given) and prints
-                              every alert that appears, one a line
+  announcements SECONDS [READY_FILE]
+                              listens SECONDS seconds and prints every notification that appears,
+                              one a line; creates READY_FILE once it listens
 
 Run with /usr/bin/python3 (python3-pyatspi) on the session bus Inkwarden's AT-SPI bus belongs to.
 """
@@ -133,8 +133,8 @@ def expectations(screen, pane):
         wanted = [("push button", None, r"Sign in with Inkwarden|Waiting for browser sign-in…"),
                   ("push button|toggle button|check box", "Connect manually", None), ("push button", "Quit", None)]
     elif screen == "dashboard":
-        wanted = [("page tab list", "Period", None), ("push button", "Today", None),
-                  ("push button", "Yesterday", None), ("push button", "This Month", None),
+        wanted = [("page tab list", "Period", None), ("push button|page tab", "Today", None),
+                  ("push button|page tab", "Yesterday", None), ("push button|page tab", "This Month", None),
                   ("push button", "Settings", None), ("push button", "Refresh", None),
                   ("push button", "Quit", None),
                   # The headline and the rows each read as one line.
@@ -201,15 +201,13 @@ def focus(name):
     return 1
 
 
-def announcements(seconds, name=None):
+def announcements(seconds, ready_file=None):
     heard = []
 
     def on_event(event):
         source = event.source
         try:
-            if source.getRoleName() == "alert":
-                print(f"# {time.monotonic():.2f} {event.type} {event.detail1} {source.name!r}", file=sys.stderr)
-            if event.detail1 == 1 and source.getRoleName() == "alert" and source.name:
+            if event.detail1 == 1 and source.getRoleName() == "notification" and source.name:
                 app = source.getApplication()
                 if app is not None and app.name == "Inkwarden":
                     heard.append(source.name)
@@ -219,8 +217,9 @@ def announcements(seconds, name=None):
     pyatspi.Registry.registerEventListener(on_event, "object:state-changed:showing")
     # As a screen reader does: the names it holds follow their changes.
     pyatspi.Registry.registerEventListener(lambda event: None, "object:property-change:accessible-name")
-    if name:
-        GLib.timeout_add(300, lambda: press(name, linger=False) and False)
+    if ready_file:
+        # Once the registrations have reached the bus and Inkwarden's bridge knows of them.
+        GLib.timeout_add(500, lambda: open(ready_file, "w").close() or False)
     GLib.timeout_add(int(seconds * 1000), lambda: pyatspi.Registry.stop() or False)
     pyatspi.Registry.start()
     for words in heard:

@@ -7,8 +7,8 @@
 #      through AT-SPI as Orca presses, unfolds the named fields.
 #   2. Signed in, the dashboard: the period picker and its segments, the described settings button,
 #      the headline and every row read as one line each, every control named.
-#   3. A refresh (its button pressed through AT-SPI) is announced as it begins and with the figure it
-#      brings; the status lines that follow the clock announce nothing.
+#   3. A refresh (its button pressed through AT-SPI) is announced, as notifications, as it begins and
+#      with the figure it brings; while nothing happens (the clocks tick), nothing is announced.
 #   4. The settings screen: fields, check boxes and move buttons named and described.
 #
 # Usage: screen-reader.sh INKWARDEN DEVSERVER WATCHER
@@ -88,10 +88,13 @@ pass "dashboard: period picker, described settings button, one line per figure, 
 sleep 3.5  # the cooldown after the first figures
 quiet=$(reader announcements 3)
 [ -z "$quiet" ] || fail "announced while nothing happened: $quiet"
-# The listener stays idle on the bus, as a screen reader does; the press comes from elsewhere.
-reader announcements 6 >"$HEADLESS_SCRATCH/heard" &
+# The listener stays idle on the bus, as a screen reader does; the press comes from elsewhere, once
+# it listens.
+ready="$HEADLESS_SCRATCH/listening"
+reader announcements 6 "$ready" >"$HEADLESS_SCRATCH/heard" &
 listener=$!
-sleep 1
+for _ in $(seq 100); do [ -e "$ready" ] && break; sleep 0.05; done
+[ -e "$ready" ] || fail "the listener did not start"
 reader press Refresh >&2 || fail "could not press Refresh"
 wait "$listener"
 heard=$(cat "$HEADLESS_SCRATCH/heard")

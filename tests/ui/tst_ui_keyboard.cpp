@@ -452,6 +452,16 @@ void TestKeyboard::periodChangesWithSpaceAndEnter()
     press(Qt::Key_Backtab);
     press(Qt::Key_Space);
     QCOMPARE(store.selectedPeriod().rawValue(), QStringLiteral("Yesterday"));
+    QVERIFY(fixture->waitUntilIdle());
+    fixture->clock.advance(3s);
+    view->settle();
+
+    // On the first segment, not the chosen one, Left has nowhere to go: the focus and the period stay.
+    press(Qt::Key_Backtab);
+    QCOMPARE(focusedName(), QStringLiteral("periodPickerSegment0"));
+    press(Qt::Key_Left);
+    QCOMPARE(focusedName(), QStringLiteral("periodPickerSegment0"));
+    QCOMPARE(store.selectedPeriod().rawValue(), QStringLiteral("Yesterday"));
 }
 
 void TestKeyboard::refreshKeepsItsRingThroughTheCooldown()
