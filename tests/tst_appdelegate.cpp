@@ -96,6 +96,7 @@ private Q_SLOTS:
     void hideAmountsFromTheMenuMasksTheItemAndItsStatus();
     void theItemsNameSaysWhyThereIsNoFigure();
     void theItemsNameAndToolTipFollowTheFigureAndThePeriod();
+    void aPeriodSwitchedOfflineIsNamedOnlyWithItsOwnFigure();
 
 private:
     AppDelegate &makeDelegate(bool connected = true);
@@ -476,6 +477,50 @@ void TestAppDelegate::theItemsNameAndToolTipFollowTheFigureAndThePeriod()
     // Signed out, it says so.
     m_fixture->store().signOut();
     QCOMPARE(m_item.accessibleTitles.last(), QStringLiteral("Inkwarden: Not signed in"));
+}
+
+void TestAppDelegate::aPeriodSwitchedOfflineIsNamedOnlyWithItsOwnFigure()
+{
+    AppDelegate &delegate = makeDelegate();
+    delegate.applicationDidFinishLaunching();
+    QVERIFY(m_fixture->waitUntilIdle());
+    m_fixture->clock.advance(6s);
+    QVERIFY(m_fixture->waitUntilIdle());
+    const QString today = m_item.titles.last().figure();
+    QVERIFY(today.contains(QRegularExpression(QStringLiteral("^\\$[0-9]"))));
+
+    // Offline, the period switches but no figure of it can come: today's figure is still shown, and
+    // still named as today's.
+    m_fixture->reachability.report(false);
+    m_fixture->store().selectPeriod(RoyaltyPeriod::thisMonth);
+    QVERIFY(m_fixture->waitUntilIdle());
+    QCOMPARE(m_fixture->store().selectedPeriod(), RoyaltyPeriod(RoyaltyPeriod::thisMonth));
+    QCOMPARE(m_item.titles.last().figure(), today);
+    QCOMPARE(m_item.accessibleTitles.last(), QStringLiteral("Inkwarden: Today ") + today);
+    QVERIFY2(delegate.panelStatus().toolTipBody.startsWith(QStringLiteral("Today: ") + today + u' '),
+             qPrintable(delegate.panelStatus().toolTipBody));
+    for (const QString &title : std::as_const(m_item.accessibleTitles)) {
+        QVERIFY2(!title.startsWith(QStringLiteral("Inkwarden: This Month")), qPrintable(title));
+    }
+
+    // Back online once the server allows another request, the month's figures come, named as the
+    // month's.
+    m_fixture->clock.advance(6s);
+    QVERIFY(m_fixture->waitUntilIdle());
+    QCOMPARE(m_item.accessibleTitles.last(), QStringLiteral("Inkwarden: Today ") + today);
+    m_fixture->reachability.report(true);
+    QVERIFY(m_fixture->waitUntilIdle());
+    QCOMPARE(m_fixture->store().figuresPeriod(), RoyaltyPeriod(RoyaltyPeriod::thisMonth));
+    const QString month = m_item.titles.last().figure();
+    QVERIFY(month != today);
+    QCOMPARE(m_item.accessibleTitles.last(), QStringLiteral("Inkwarden: This Month ") + month);
+    QVERIFY2(delegate.panelStatus().toolTipBody.startsWith(QStringLiteral("This Month: ") + month + u' '),
+             qPrintable(delegate.panelStatus().toolTipBody));
+
+    // Signed out, no figure has a period any more.
+    m_fixture->store().signOut();
+    QCOMPARE(m_fixture->store().figuresPeriod(), RoyaltyPeriod(RoyaltyPeriod::thisMonth));
+    QVERIFY(!m_fixture->store().session().figuresPeriod());
 }
 
 QTEST_MAIN(TestAppDelegate)

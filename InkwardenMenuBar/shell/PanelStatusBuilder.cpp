@@ -44,7 +44,7 @@ PanelStatus PanelStatusBuilder::build(const RoyaltiesStore &store, const MenuBar
         //: in the panel ("$1,235"), %3 when it was refreshed ("Refreshed at 14:05"). The dot separates the last
         //: two.
         lines.append(tr("%1: %2 · %3")
-                         .arg(store.selectedPeriod().title(), shownTitle.figure(),
+                         .arg(store.figuresPeriod().title(), shownTitle.figure(),
                               refreshedText(store.lastUpdated(), now, locale)));
     }
     switch (status.state) {
@@ -84,7 +84,7 @@ QString PanelStatusBuilder::accessibleTitle(const RoyaltiesStore &store, const M
     if (state(store) != PanelState::signedOut && shownTitle.isStyled()) {
         //: The panel icon's name, as screen readers read it: %1 is the period the figure covers ("Today"), %2
         //: the figure shown in the panel ("$1,235", or "$•••" while amounts are hidden).
-        return tr("Inkwarden: %1 %2").arg(store.selectedPeriod().title(), shownTitle.figure());
+        return tr("Inkwarden: %1 %2").arg(store.figuresPeriod().title(), shownTitle.figure());
     }
     const QString reason = state(store) == PanelState::signedOut ? signedOutReason(store) : notRefreshedText();
     //: The panel icon's name, as screen readers read it, while it shows no figure: %1 says why ("Not signed

@@ -197,6 +197,7 @@ void ConnectionSession::end()
     setAccounts({});
     setIsLoadingAccounts(false);
     setSummary(RoyaltySummary());
+    m_figuresPeriod.reset();
     setLastUpdated(std::nullopt);
     setNextRefreshAt(std::nullopt);
     m_timer.reset();
@@ -369,6 +370,7 @@ QCoro::Task<> ConnectionSession::performRefresh(RoyaltyPeriod period)
         const double current = MoneyFormatter::highlightedRoyalty(summary, m_environment.settings.displayedRoyalty());
         setRoyaltyChangeCountsDown(current < previous);
         setSummary(summary);
+        m_figuresPeriod = period;
         setLastUpdated(m_environment.clock.now());
         setMenuBarTitle(money(highlightedRoyalty(), true));
         setIsLoading(false);

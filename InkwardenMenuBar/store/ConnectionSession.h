@@ -59,6 +59,9 @@ public:
     bool isLoadingAccounts() const { return m_isLoadingAccounts; }
     bool isConnected() const { return m_isConnected; }
     const std::optional<QDateTime> &lastUpdated() const { return m_lastUpdated; }
+    // The period `summary()` covers, once a refresh brought it: the selected period can differ until
+    // the next refresh does (switched offline, or while the new figures load).
+    const std::optional<RoyaltyPeriod> &figuresPeriod() const { return m_figuresPeriod; }
     const std::optional<QDateTime> &nextRefreshAt() const { return m_nextRefreshAt; }
     bool isNetworkAvailable() const { return m_isNetworkAvailable; }
     bool royaltyChangeCountsDown() const { return m_royaltyChangeCountsDown; }
@@ -154,6 +157,7 @@ private:
     bool m_isLoadingAccounts = false;
     bool m_isConnected = false;
     std::optional<QDateTime> m_lastUpdated;
+    std::optional<RoyaltyPeriod> m_figuresPeriod;
     std::optional<QDateTime> m_nextRefreshAt;
     bool m_isNetworkAvailable = true;
     bool m_royaltyChangeCountsDown = false;

@@ -191,6 +191,11 @@ const std::optional<QString> &RoyaltiesStore::errorMessage() const
 {
     return m_status->errorMessage();
 }
+const RoyaltyPeriod &RoyaltiesStore::figuresPeriod() const
+{
+    const std::optional<RoyaltyPeriod> &period = m_session->figuresPeriod();
+    return period ? *period : selectedPeriod();
+}
 const std::optional<QDateTime> &RoyaltiesStore::lastUpdated() const
 {
     return m_session->lastUpdated();

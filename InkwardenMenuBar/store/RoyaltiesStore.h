@@ -92,6 +92,8 @@ public:
     const QString &accountID() const;
     qint64 refreshMinutes() const;
     const RoyaltyPeriod &selectedPeriod() const;
+    // The period of the figures shown, which trails the selected one until a refresh brings its figures.
+    const RoyaltyPeriod &figuresPeriod() const;
     const DisplayedRoyalty &displayedRoyalty() const;
     const QList<SalesBreakdownMetric> &salesMetricOrder() const;
     const QSet<SalesBreakdownMetric> &hiddenSalesMetrics() const;
