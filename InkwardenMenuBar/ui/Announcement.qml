@@ -1,16 +1,22 @@
 import QtQuick
 
 // What screen readers should say of a change they would not otherwise notice (a refresh that
-// begins or brings new figures), without a word of the clocks that tick: `say()` shows a
-// notification with the words, and Orca reads a notification as it appears. Nothing is drawn. A
-// reader reads the words some moments after it appears, so each stays a second before the next
-// one, and the last goes once it has been read.
+// begins or brings new figures, an error that appears), without a word of the clocks that tick:
+// `say()` shows a notification with the words, and Orca reads a notification as it appears.
+// Nothing is drawn. A reader reads the words some moments after it appears, so each stays a second
+// before the next one, and the last goes once it has been read.
 Item {
     id: announcement
     property string message
     property var waiting: []
+    property bool turning: false
 
     function say(words) {
+        // Said only while the popover is open: a closed one (kept a while before it is given up)
+        // says nothing, amounts least of all.
+        if (!announcement.Window.window || !announcement.Window.window.visible) {
+            return;
+        }
         // Words already on their way are not said twice in a row.
         const last = waiting.length > 0 ? waiting[waiting.length - 1] : (spacing.running ? message : "");
         if (words.length === 0 || words === last) {
@@ -27,11 +33,22 @@ Item {
             return;
         }
         // Shown again, even with the same words: every change is told.
+        turning = true;
         visible = false;
         message = waiting[0];
         waiting = waiting.slice(1);
         visible = true;
+        turning = false;
         spacing.restart();
+    }
+    // Hidden with what holds it (the banner goes, the popover turns to another screen), it forgets
+    // its words: shown again with its holder, it would say them anew, long after they were true.
+    onVisibleChanged: {
+        if (!visible && !turning) {
+            waiting = [];
+            spacing.stop();
+            visible = false;
+        }
     }
 
     width: 0

@@ -30,13 +30,6 @@ Rectangle {
         id: announcement
         objectName: "announcement"
     }
-    // Told only while the popover is open: a closed one (kept a while before it is given up) says
-    // nothing, amounts least of all.
-    function tell(words) {
-        if (card.Window.window && card.Window.window.visible) {
-            announcement.say(words);
-        }
-    }
 
     // Told once the new figures are in the view models too, after the store's own signals.
     Timer {
@@ -45,7 +38,7 @@ Rectangle {
         onTriggered: {
             if (card.store.lastUpdated !== undefined) {
                 //: Said by screen readers when new figures arrived: "Refreshed. Gross royalties: $1,234.50"
-                card.tell(qsTr("Refreshed. %1: %2").arg(card.viewModel.displayedRoyaltyTitle)
+                announcement.say(qsTr("Refreshed. %1: %2").arg(card.viewModel.displayedRoyaltyTitle)
                           .arg(card.viewModel.highlightedRoyaltyText));
             }
         }
@@ -55,7 +48,7 @@ Rectangle {
         function onIsLoadingChanged() {
             if (card.store.isLoading) {
                 //: Said by screen readers as a refresh of the royalties begins
-                card.tell(qsTr("Refreshing"));
+                announcement.say(qsTr("Refreshing"));
             }
         }
         function onLastUpdatedChanged() {

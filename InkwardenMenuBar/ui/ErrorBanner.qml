@@ -1,7 +1,8 @@
 import QtQuick
 import QtQuick.Layouts
 
-// An error message on an orange ground; long messages wrap over several lines.
+// An error message on an orange ground; long messages wrap over several lines. Screen readers
+// find it as an alert, and are told its words as it appears and whenever they change.
 Rectangle {
     id: banner
     property string message
@@ -12,6 +13,19 @@ Rectangle {
     color: Theme.withOpacity(Theme.color("orange"), 0.1)
     Accessible.role: Accessible.AlertMessage
     Accessible.name: message
+
+    // Orca reads an alert only when it comes upon it; a notification it reads as it appears.
+    Announcement {
+        id: announcement
+        objectName: "errorAnnouncement"
+    }
+    function tell() {
+        if (banner.visible && banner.message.length > 0) {
+            announcement.say(banner.message);
+        }
+    }
+    onMessageChanged: tell()
+    onVisibleChanged: tell()
 
     RowLayout {
         id: content

@@ -111,6 +111,12 @@ Pane {
     }
     // qmllint enable unqualified
 
+    Timer {
+        id: focusRestorer
+        interval: 0
+        onTriggered: updatePrompt.restoreFocus()
+    }
+
     Dialog {
         id: updatePrompt
         objectName: "updatePrompt"
@@ -133,9 +139,15 @@ Pane {
         palette: root.palette
         onClosed: {
             root.store.isShowingUpdatePrompt = false
-            if (focusBefore)
+            // After the closing popup has handed the focus to the window, where a screen reader
+            // would find nothing but the popover's whole text.
+            focusRestorer.restart()
+        }
+        function restoreFocus() {
+            if (focusBefore && focusBefore.visible && focusBefore.enabled)
                 focusBefore.forceActiveFocus()
-            else
+            const focused = root.Window.activeFocusItem
+            if (!focused || focused === screen || !root.isInScreen(focused))
                 root.focusScreen()
         }
 

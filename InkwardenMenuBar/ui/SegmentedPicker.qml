@@ -2,6 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Controls.Fusion
 import QtQuick.Layouts
+import QtQuick.Templates as T
 
 // A segmented choice: one segment per row of `model` (a list model with the roles value, title and
 // isCurrent), showing the title, the current row selected. Choosing a segment emits `activated`
@@ -9,11 +10,15 @@ import QtQuick.Layouts
 //
 // From the keyboard each segment is a stop of Tab and Shift+Tab, Space or Enter chooses it, and
 // Left and Right choose the segment beside the focused one and take the focus there, as in a
-// group of radio buttons (they stop at the ends).
+// group of radio buttons (they stop at the ends). Screen readers find a group of radio buttons
+// too, and say which one is chosen.
 Rectangle {
     id: picker
     property var model
     property string accessibleName
+    // False greys the picker out and chooses nothing, while the segments keep the keyboard focus: a
+    // screen reader stays on the segment it was on, rather than on what a lost focus falls back to.
+    property bool choosable: true
     signal activated(string value)
     // Asks the segment at `index` (the selected one for -1) to take the focus; `choose` chooses it
     // as well.
@@ -28,8 +33,8 @@ Rectangle {
     Layout.fillWidth: true
     radius: 7
     color: Theme.withOpacity(Theme.text, Theme.dark ? 0.10 : 0.07)
-    opacity: enabled ? 1 : 0.5
-    Accessible.role: Accessible.PageTabList
+    opacity: enabled && choosable ? 1 : 0.5
+    Accessible.role: Accessible.Grouping
     Accessible.name: accessibleName
 
     RowLayout {
@@ -38,7 +43,9 @@ Rectangle {
         spacing: 2
         Repeater {
             model: picker.model
-            delegate: AbstractButton {
+            // A radio button at heart, for the role screen readers get (a role set on another kind
+            // of button would not hold); chosen only by the store, through `isCurrent`.
+            delegate: T.RadioButton {
                 id: segment
                 required property string value
                 required property string title
@@ -47,32 +54,39 @@ Rectangle {
                 objectName: picker.objectName + "Segment" + index
                 text: title
                 checked: isCurrent
+                checkable: false
+                autoExclusive: false
                 enabled: picker.enabled
                 focusPolicy: Qt.StrongFocus
                 Layout.fillWidth: true
                 Layout.fillHeight: true
                 Layout.preferredWidth: 1
-                Accessible.role: Accessible.PageTab
                 Accessible.name: text
-                Accessible.checkable: true
                 Accessible.checked: checked
                 // A screen reader's "press" chooses the segment, as a click does, unless greyed out.
                 Accessible.onPressAction: if (enabled) clicked()
-                onClicked: picker.activated(value)
-                // The first segment has none before it (-1 would mean the selected one).
+                onClicked: {
+                    if (picker.choosable)
+                        picker.activated(value)
+                }
+                // The first segment has none before it (-1 would mean the selected one). Greyed
+                // out, the focus stays where the choice is.
                 Keys.onLeftPressed: {
-                    if (index > 0)
+                    if (index > 0 && picker.choosable)
                         picker.segmentFocusRequested(index - 1, true, Qt.BacktabFocusReason)
                 }
-                Keys.onRightPressed: picker.segmentFocusRequested(index + 1, true, Qt.TabFocusReason)
+                Keys.onRightPressed: {
+                    if (picker.choosable)
+                        picker.segmentFocusRequested(index + 1, true, Qt.TabFocusReason)
+                }
 
                 Connections {
                     target: picker
                     function onSegmentFocusRequested(index: int, choose: bool, reason: int) {
                         if (index === -1 ? !segment.isCurrent : index !== segment.index)
                             return
-                        // The focus first: a choice can grey the picker out for a moment (the
-                        // period cooldown), and the segment then gets the focus back with its ring.
+                        // The focus first, then the choice (which can grey the picker out for a
+                        // moment: the period cooldown).
                         segment.forceActiveFocus(reason)
                         if (choose && !segment.isCurrent)
                             picker.activated(segment.value)

@@ -28,10 +28,12 @@ INKWARDEN_PACKAGE_PACKAGES=(
 )
 
 # What the tests need besides the build. The Japanese font lets the Japanese popover render (and be
-# measured) with real glyphs, as on a Japanese desktop, which always has one.
+# measured) with real glyphs, as on a Japanese desktop, which always has one. Orca, the screen
+# reader, listens to the real popover; it is run without speech, and what it would say is read from
+# its log.
 INKWARDEN_TEST_PACKAGES=(
     fonts-ipafont-gothic
-    at-spi2-core python3-pyatspi
+    at-spi2-core python3-pyatspi orca
     gnome-keyring gcr libkf5wallet-bin
     dbus-daemon dbus-bin python3-dbusmock
     clang clang-format clang-tidy libclang-rt-14-dev libbenchmark-dev qt6-declarative-dev-tools

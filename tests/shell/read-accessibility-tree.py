@@ -9,6 +9,8 @@ Usage: read-accessibility-tree.py COMMAND [ARGUMENT…]
                               texts and descriptions that SCREEN must read (exit 1 on a failure)
   press NAME                  activates the first control named NAME, as Orca's "click" would
   focus NAME                  moves the keyboard focus to the first control named NAME
+  alerts                      prints the words of every alert that has any (shown, or kept from
+                              when it was), one a line
   announcements SECONDS [READY_FILE]
                               listens SECONDS seconds and prints every notification that appears,
                               one a line; creates READY_FILE once it listens
@@ -133,8 +135,8 @@ def expectations(screen, pane):
         wanted = [("push button", None, r"Sign in with Inkwarden|Waiting for browser sign-in…"),
                   ("push button|toggle button|check box", "Connect manually", None), ("push button", "Quit", None)]
     elif screen == "dashboard":
-        wanted = [("page tab list", "Period", None), ("push button|page tab", "Today", None),
-                  ("push button|page tab", "Yesterday", None), ("push button|page tab", "This Month", None),
+        wanted = [("panel", "Period", None), ("radio button", "Today", None),
+                  ("radio button", "Yesterday", None), ("radio button", "This Month", None),
                   ("push button", "Settings", None), ("push button", "Refresh", None),
                   ("push button", "Quit", None),
                   # The headline and the rows each read as one line.
@@ -155,6 +157,11 @@ def expectations(screen, pane):
         gear = find(pane, role="push button", name="Settings")
         if gear is not None and not (gear.description or "").strip():
             problems.append("the icon-only settings button has no description")
+        # The chosen period is the one checked, and only that one.
+        checked = [acc.name for acc, _ in walk(pane) if acc.getRoleName() == "radio button"
+                   and acc.getState().contains(pyatspi.STATE_CHECKED)]
+        if checked != ["Today"]:
+            problems.append(f"the checked periods are {checked}, not ['Today']")
         # No part of a row is read again on its own.
         if find(pane, role="label", name="Paid ebooks", only_showing=False) is not None:
             problems.append("a sales row's title is read apart from its row")
@@ -201,6 +208,14 @@ def focus(name):
     return 1
 
 
+def alerts():
+    _, frame = window()
+    for acc, _ in walk(frame) if frame is not None else []:
+        if acc.getRoleName() == "alert" and acc.name:
+            print(acc.name)
+    return 0
+
+
 def announcements(seconds, ready_file=None):
     heard = []
 
@@ -235,6 +250,8 @@ def main():
         return press(sys.argv[2])
     if command == "focus":
         return focus(sys.argv[2])
+    if command == "alerts":
+        return alerts()
     if command == "announcements":
         return announcements(float(sys.argv[2]), sys.argv[3] if len(sys.argv) > 3 else None)
     print(__doc__)

@@ -10,6 +10,10 @@
 #   3. A refresh (its button pressed through AT-SPI) is announced, as notifications, as it begins and
 #      with the figure it brings; while nothing happens (the clocks tick), nothing is announced.
 #   4. The settings screen: fields, check boxes and move buttons named and described.
+#   5. Orca itself (run without speech; what it would say is read from its log): the popover opened
+#      again starts on the chosen period, said to be chosen; Right chooses the next period, and the
+#      refresh it starts is told; Tab moves on to a period not chosen; a server fault is told with
+#      the words of the error banner.
 #
 # Usage: screen-reader.sh INKWARDEN DEVSERVER WATCHER
 set -euo pipefail
@@ -27,6 +31,30 @@ fail() {
 }
 pass() { headless_log "ok: $*"; }
 reader() { /usr/bin/python3 "$here/read-accessibility-tree.py" "$@"; }
+# What Orca would have said since line MARK of its log, an utterance a line.
+orca_said() { tail -n +"$1" "$orca_log" | sed -n "s/^[0-9:.]* - SPEECH OUTPUT: '\(.*\)' *{.*$/\1/p"; }
+orca_mark() { wc -l <"$orca_log"; }
+# Whether the lines of standard input match each extended regular expression given, in that order
+# (other lines may come between).
+in_order() {
+    local line k=0 patterns=("$@")
+    while IFS= read -r line; do
+        [ "$k" -lt "${#patterns[@]}" ] && [[ $line =~ ${patterns[k]} ]] && k=$((k + 1))
+    done
+    [ "$k" -eq "${#patterns[@]}" ]
+}
+# Waits up to SECONDS until Orca, since line MARK of its log, has said what matches each PATTERN, in
+# order; prints what it said.
+orca_says() {
+    local mark=$1 seconds=$2
+    shift 2
+    for _ in $(seq $((seconds * 10))); do
+        orca_said "$mark" | in_order "$@" && break
+        sleep 0.1
+    done
+    orca_said "$mark" | sed 's/^/  orca: /' >&2
+    orca_said "$mark" | in_order "$@"
+}
 # Retries a tree check while the popover settles (the views load the first time it opens).
 tree_shows() {
     local out
@@ -107,3 +135,47 @@ pass "a refresh is announced twice (begins, and its figure); 3 quiet seconds ann
 reader press "Settings" >&2 || fail "could not press the settings button"
 tree_shows settings || fail "the settings screen is not what a screen reader needs"
 pass "settings: fields, check boxes and move buttons named and described"
+
+# --- 5. Orca itself.
+# The update prompt that the development server's newer version brought is dismissed first.
+reader press "Later" >/dev/null 2>&1 || true
+reader press "Back" >&2 || fail "could not go back from the settings"
+orca_log="$HEADLESS_SCRATCH/orca.debug"
+: >"$orca_log"
+orca --replace --disable speech --debug-file "$orca_log" >"$HEADLESS_SCRATCH/orca.log" 2>&1 &
+HEADLESS_PIDS+=($!)
+for _ in $(seq 300); do grep -qs "EVENT MANAGER: Activated" "$orca_log" && break; sleep 0.1; done
+grep -qs "EVENT MANAGER: Activated" "$orca_log" || { cat "$HEADLESS_SCRATCH/orca.log" >&2; fail "Orca did not start"; }
+headless_activate 1000 12
+headless_wait_popover 0 10 || fail "the popover did not close"
+sleep 1  # a click just after the popover closed is the click that closed it
+mark=$(orca_mark)
+headless_activate 1000 12
+headless_wait_popover 1 20 || fail "the popover did not open again"
+orca_says "$mark" 15 "^Royalties panel\.$" "^Period panel\.$" "^Today\.$" "^selected radio button$" \
+    || fail "Orca did not start on the chosen period as the popover opened"
+pass "Orca: the popover opens on the period chosen, said to be chosen"
+
+sleep 3.5  # any cooldown of the last refresh
+mark=$(orca_mark)
+xdotool key Right
+orca_says "$mark" 15 "^Yesterday\.$" "^selected radio button$" "^notification Refreshing\.$" \
+    '^notification Refreshed\. (Gross|Net) royalties: \$[0-9,.]+\.$' \
+    || fail "Orca did not follow a period chosen with Right, or its refresh"
+mark=$(orca_mark)
+xdotool key Tab
+orca_says "$mark" 10 "^This Month\.$" "^not selected radio button$" || fail "Orca did not follow Tab"
+pass "Orca: Right chooses and says the next period, and its refresh is told; Tab says a period not chosen"
+
+curl -s -o /dev/null -X POST -d '{"stats": {"status": 500}}' "$HEADLESS_SERVER/__admin/faults" \
+    || fail "could not set the server's fault"
+sleep 3.5  # the cooldown of the last refresh
+mark=$(orca_mark)
+reader press Refresh >&2 || fail "could not press Refresh"
+orca_says "$mark" 15 "^notification Refreshing\.$" "^notification .+" || fail "Orca told nothing of the failed refresh"
+alert=$(reader alerts)
+[ -n "$alert" ] || fail "no error banner is shown"
+# (Orca ends what it says with a full stop, unless the words have one.)
+orca_said "$mark" | grep -qxF -e "notification $alert" -e "notification $alert." || fail "Orca did not say the error banner's words: $alert"
+curl -s -o /dev/null -X DELETE "$HEADLESS_SERVER/__admin/faults"
+pass "Orca: a failed refresh is told in the error banner's words ($alert)"

@@ -39,11 +39,29 @@ QSet<SalesBreakdownMetric> everyMetric()
     return {all.begin(), all.end()};
 }
 
+// Every notification a screen reader would be told by `announcement`, in order: each is the words it
+// holds as it turns visible.
+class HeardAnnouncements
+{
+public:
+    explicit HeardAnnouncements(QQuickItem *announcement)
+    {
+        QObject::connect(announcement, &QQuickItem::visibleChanged, announcement, [this, announcement] {
+            if (announcement->isVisible()) {
+                heard.append(announcement->property("message").toString());
+            }
+        });
+    }
+    QStringList heard;
+};
+
 } // namespace
 
 class TestDashboard : public UiTest
 {
     Q_OBJECT
+
+    bool choosable(const QString &name) const { return item(name)->property("choosable").toBool(); }
 
 private Q_SLOTS:
     void init() { startTest(); }
@@ -88,6 +106,8 @@ private Q_SLOTS:
 
     // Error banner and footer.
     void errorBannerShowsTheMessageAsPlainText();
+    void errorBannerIsAnnouncedAsItAppearsAndChangesWhileOpenOnly();
+    void aRefreshIsAnnouncedAsItBeginsAndWithItsFigure();
     void refreshIsDisabledWhileASummaryCannotBeRequested();
     void refreshButtonCallsRefresh();
     void openMyDashboardCallsOpenDashboard();
@@ -190,12 +210,13 @@ void TestDashboard::periodPickerGreysOutDuringCooldownAndCaptionCountsDown()
 {
     RoyaltiesStore &store = fixture->makeConnectedStore();
     show();
-    QVERIFY(enabled(QStringLiteral("periodPicker")));
+    QVERIFY(choosable(QStringLiteral("periodPicker")));
+    QCOMPARE(item(QStringLiteral("periodPicker"))->opacity(), 1.0);
     store.refresh();
     QVERIFY(fixture->waitUntilIdle());
     view->settle();
-    QVERIFY(!enabled(QStringLiteral("periodPicker")));
-    QVERIFY(!enabled(QStringLiteral("periodPickerSegment2")));
+    QVERIFY(!choosable(QStringLiteral("periodPicker")));
+    QCOMPARE(item(QStringLiteral("periodPicker"))->opacity(), 0.5);
     QVERIFY(shown(QStringLiteral("cooldownCaption")));
     QCOMPARE(text(QStringLiteral("cooldownCaption")), QStringLiteral("Period selection available in 3s"));
     fixture->clock.advance(1s);
@@ -205,12 +226,16 @@ void TestDashboard::periodPickerGreysOutDuringCooldownAndCaptionCountsDown()
     view->settle();
     QCOMPARE(text(QStringLiteral("cooldownCaption")), QStringLiteral("Period selection available in 1s"));
     // A click on a greyed-out segment does nothing.
-    QVERIFY(!click(QStringLiteral("periodPickerSegment2")));
+    QVERIFY(click(QStringLiteral("periodPickerSegment2")));
+    QVERIFY(fixture->waitUntilIdle());
+    QCOMPARE(store.selectedPeriod().rawValue(), QStringLiteral("Today"));
+    QCOMPARE(fixture->statisticsRequests().size(), 1);
     fixture->clock.advance(1s);
     view->settle();
     QCOMPARE(store.requestCooldownRemaining(), 0);
     QVERIFY(!shown(QStringLiteral("cooldownCaption")));
-    QVERIFY(enabled(QStringLiteral("periodPicker")));
+    QVERIFY(choosable(QStringLiteral("periodPicker")));
+    QCOMPARE(item(QStringLiteral("periodPicker"))->opacity(), 1.0);
 }
 
 void TestDashboard::updateBannerOnlyWhileAnUpdateIsAvailable()
@@ -542,6 +567,72 @@ void TestDashboard::errorBannerShowsTheMessageAsPlainText()
     store.status().setErrorMessage(std::nullopt);
     view->settle();
     QVERIFY(!shown(QStringLiteral("errorBanner")));
+}
+
+void TestDashboard::errorBannerIsAnnouncedAsItAppearsAndChangesWhileOpenOnly()
+{
+    RoyaltiesStore &store = fixture->makeConnectedStore();
+    show();
+    QQuickItem *announcement = item(QStringLiteral("errorAnnouncement"), item(QStringLiteral("errorBanner")));
+    QVERIFY(announcement);
+    QCOMPARE(QAccessible::queryAccessibleInterface(announcement)->role(), QAccessible::Notification);
+    HeardAnnouncements ears(announcement);
+
+    const QString down = QStringLiteral("The server is having trouble.");
+    store.status().setErrorMessage(down);
+    view->settle();
+    QCOMPARE(ears.heard, QStringList{down});
+    // A second error in a row is told too, once the first had its second.
+    const QString limited = QStringLiteral("Please wait 3 seconds before requesting royalties again.");
+    store.status().setErrorMessage(limited);
+    QTRY_COMPARE(ears.heard, (QStringList{down, limited}));
+    // The same words again are not said twice in a row; gone, the banner says nothing.
+    store.status().setErrorMessage(std::nullopt);
+    view->settle();
+    QTRY_VERIFY(!announcement->isVisible());
+    QCOMPARE(ears.heard, (QStringList{down, limited}));
+
+    // Back, the banner tells its new words, and nothing of what it said before it went.
+    store.status().setErrorMessage(down);
+    view->settle();
+    QVERIFY2(ears.heard == (QStringList{down, limited, down}), qPrintable(ears.heard.join(u'|')));
+
+    // The popover closed (kept, not given up), an error says nothing.
+    view->window()->hide();
+    store.status().setErrorMessage(limited);
+    view->settle();
+    QTest::qWait(1100);
+    QVERIFY2(ears.heard == (QStringList{down, limited, down}), qPrintable(ears.heard.join(u'|')));
+}
+
+void TestDashboard::aRefreshIsAnnouncedAsItBeginsAndWithItsFigure()
+{
+    RoyaltiesStore &store = fixture->makeConnectedStore();
+    store.session().setSummary(sampleSummary());
+    show();
+    QQuickItem *announcement = item(QStringLiteral("announcement"));
+    QVERIFY(announcement);
+    HeardAnnouncements ears(announcement);
+
+    store.session().setIsLoading(true);
+    view->settle();
+    QCOMPARE(ears.heard, QStringList{QStringLiteral("Refreshing")});
+    store.session().setIsLoading(false);
+    store.session().setLastUpdated(fixture->clock.now());
+    QTRY_COMPARE(ears.heard,
+                 (QStringList{QStringLiteral("Refreshing"), QStringLiteral("Refreshed. Gross royalties: $1,234.50")}));
+    // The clock that moves the status lines tells nothing.
+    fixture->clock.advance(90s);
+    QTest::qWait(1100);
+    QCOMPARE(ears.heard.size(), 2);
+
+    // Closed, a refresh tells nothing.
+    view->window()->hide();
+    store.session().setIsLoading(true);
+    store.session().setIsLoading(false);
+    store.session().setLastUpdated(fixture->clock.now());
+    QTest::qWait(1100);
+    QCOMPARE(ears.heard.size(), 2);
 }
 
 void TestDashboard::refreshIsDisabledWhileASummaryCannotBeRequested()

@@ -103,6 +103,7 @@ private Q_SLOTS:
     void comboBoxesChangeWithTheArrowsAndEscapeClosesOnlyTheirList();
     void updatePromptTakesTheFocusAndEnterDownloads();
     void updatePromptKeepsTheFocusWhenThePopoverOpensAgain();
+    void updatePromptShownAsTheDashboardAppearsGivesTheFocusToThePeriod();
 
     // Whole changes.
     void settingsChangedByKeysAlone();
@@ -411,12 +412,17 @@ void TestKeyboard::periodChangesWithTheArrowsAlone()
     QVERIFY(view->find(QStringLiteral("periodPickerSegment1"))->property("checked").toBool());
     QVERIFY(fixture->waitUntilIdle());
     view->settle();
-    // Greyed out during the cooldown, the picker has lost the focus for a moment...
-    QVERIFY(!enabled(QStringLiteral("periodPicker")));
+    // Greyed out during the cooldown, the picker keeps the focus on the chosen segment (a screen
+    // reader stays there), and the arrows choose nothing.
+    QVERIFY(!view->find(QStringLiteral("periodPicker"))->property("choosable").toBool());
+    QCOMPARE(focusedName(), QStringLiteral("periodPickerSegment1"));
+    press(Qt::Key_Right);
+    press(Qt::Key_Left);
+    QCOMPARE(focusedName(), QStringLiteral("periodPickerSegment1"));
+    QCOMPARE(store.selectedPeriod().rawValue(), QStringLiteral("Yesterday"));
     fixture->clock.advance(3s);
     view->settle();
-    QVERIFY(enabled(QStringLiteral("periodPicker")));
-    // ...and the chosen segment has it back, with its ring.
+    QVERIFY(view->find(QStringLiteral("periodPicker"))->property("choosable").toBool());
     QCOMPARE(focusedName(), QStringLiteral("periodPickerSegment1"));
     QVERIFY2(ringProblem().isEmpty(), qPrintable(ringProblem()));
 
@@ -692,6 +698,23 @@ void TestKeyboard::updatePromptKeepsTheFocusWhenThePopoverOpensAgain()
     view->settle();
     QCOMPARE(focusedName(), QStringLiteral("updatePromptDownload"));
     // Dismissed, it gives the focus to the screen's first control.
+    press(Qt::Key_Escape);
+    QTRY_VERIFY(!store.isShowingUpdatePrompt());
+    QTRY_COMPARE(focusedName(), QStringLiteral("periodPickerSegment0"));
+}
+
+void TestKeyboard::updatePromptShownAsTheDashboardAppearsGivesTheFocusToThePeriod()
+{
+    // Signed in from the connect screen, the dashboard appears with the prompt over it.
+    RoyaltiesStore &store = fixture->makeStore();
+    store.updates().setLatestAppVersion(QStringLiteral("1.5.0"));
+    show();
+    QCOMPARE(focusedName(), QStringLiteral("signInButton"));
+    store.session().setIsConnected(true);
+    store.updates().setIsShowingUpdatePrompt(true);
+    QTRY_VERIFY(shown(QStringLiteral("updatePromptDownload")));
+    view->settle();
+    QCOMPARE(focusedName(), QStringLiteral("updatePromptDownload"));
     press(Qt::Key_Escape);
     QTRY_VERIFY(!store.isShowingUpdatePrompt());
     QTRY_COMPARE(focusedName(), QStringLiteral("periodPickerSegment0"));
