@@ -17,9 +17,13 @@ Item {
     // The view's one state of its own: every new connect view starts folded.
     property bool showsManualConnection: false
 
-    // Where the keyboard focus starts as this screen appears (MenuContentView): the browser sign-in.
+    // Where the keyboard focus starts as this screen appears (MenuContentView): the browser sign-in,
+    // or while it is greyed out (connecting), the manual connection.
     function focusFirstControl() {
-        signInButton.forceActiveFocus()
+        if (signInButton.enabled)
+            signInButton.forceActiveFocus()
+        else
+            disclosure.forceActiveFocus()
     }
 
     Flickable {

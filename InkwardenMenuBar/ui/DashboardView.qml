@@ -262,8 +262,11 @@ Item {
                 //: Footer button that fetches the royalties again now
                 text: qsTr("Refresh")
                 symbol: "arrow.clockwise"
-                enabled: view.store.canRequestSummary
-                onClicked: view.store.refresh()
+                available: view.store.canRequestSummary
+                onClicked: {
+                    if (available)
+                        view.store.refresh()
+                }
             }
             SymbolButton {
                 objectName: "openDashboardButton"

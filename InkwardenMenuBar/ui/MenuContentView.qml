@@ -111,6 +111,24 @@ Pane {
     }
     // qmllint enable unqualified
 
+    // A control that greys out while it has the focus (the sign-in while connecting) leaves it to
+    // the popover itself, where a screen reader finds nothing but the popover's whole text, and the
+    // keyboard nothing to press: the focus goes on to the screen's first control that can take it.
+    // Not while it is anywhere else (an open list, the update prompt), nor while the popover is not
+    // the active window, which has no focus at all (Qt gives it back as the window comes back).
+    function recoverFocus() {
+        if (!Window.active)
+            return
+        const focused = Window.activeFocusItem
+        if (!focused || focused === root || focused === screen || focused === Window.contentItem)
+            focusScreen()
+    }
+    Window.onActiveFocusItemChanged: focusRecovery.restart()
+    Timer {
+        id: focusRecovery
+        interval: 0
+        onTriggered: root.recoverFocus()
+    }
     Timer {
         id: focusRestorer
         interval: 0
@@ -146,9 +164,7 @@ Pane {
         function restoreFocus() {
             if (focusBefore && focusBefore.visible && focusBefore.enabled)
                 focusBefore.forceActiveFocus()
-            const focused = root.Window.activeFocusItem
-            if (!focused || focused === screen || !root.isInScreen(focused))
-                root.focusScreen()
+            root.recoverFocus()
         }
 
         contentItem: TextLine {

@@ -4,7 +4,9 @@ import QtQuick.Layouts
 
 // A button with a symbol before its text, or a borderless symbol alone (give it a `toolTip`, which
 // is also its accessible name). `prominent` fills it with the accent colour; `large` is the tall
-// control size; `busy` shows a small spinner in place of the symbol.
+// control size; `busy` shows a small spinner in place of the symbol. `available` false greys it
+// out as `enabled` false does, but it keeps the keyboard focus (a screen reader stays on it): for a
+// button that greys out as it is pressed, whose clicks then want `if (available)`.
 Button {
     id: control
     property string symbol
@@ -12,6 +14,7 @@ Button {
     property bool prominent: false
     property bool large: false
     property bool busy: false
+    property bool available: true
     property string toolTip
     // For screen readers, where the name alone does not say enough (an icon-only button).
     property string accessibleDescription
@@ -37,11 +40,11 @@ Button {
     Accessible.role: Accessible.Button
     Accessible.description: accessibleDescription
     // A screen reader's "press" clicks, as the pointer and the keyboard do, unless greyed out.
-    Accessible.onPressAction: if (enabled) clicked()
+    Accessible.onPressAction: if (enabled && available) clicked()
 
     contentItem: RowLayout {
         spacing: 6
-        opacity: control.enabled ? 1 : 0.45
+        opacity: control.enabled && control.available ? 1 : 0.45
         Item { Layout.fillWidth: !control.iconOnly }
         Spinner {
             objectName: control.objectName + "Spinner"
@@ -83,7 +86,7 @@ Button {
                  : (control.down ? Qt.darker(Theme.controlBackground, 1.08) : Theme.controlBackground)
         border.width: control.prominent || control.flat ? 0 : 1
         border.color: Theme.separator
-        opacity: control.enabled ? 1 : 0.55
+        opacity: control.enabled && control.available ? 1 : 0.55
     }
 
     FocusRing {

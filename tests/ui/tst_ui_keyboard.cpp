@@ -104,6 +104,7 @@ private Q_SLOTS:
     void updatePromptTakesTheFocusAndEnterDownloads();
     void updatePromptKeepsTheFocusWhenThePopoverOpensAgain();
     void updatePromptShownAsTheDashboardAppearsGivesTheFocusToThePeriod();
+    void aControlGreyedOutWithTheFocusPassesItOn();
 
     // Whole changes.
     void settingsChangedByKeysAlone();
@@ -479,7 +480,9 @@ void TestKeyboard::refreshKeepsItsRingThroughTheCooldown()
     QVERIFY(fixture->waitUntilIdle());
     QVERIFY(store.lastUpdated().has_value());
     view->settle();
-    QVERIFY(!enabled(QStringLiteral("refreshButton")));
+    // Greyed out through the cooldown, it keeps the focus (a screen reader stays on it).
+    QVERIFY(!view->find(QStringLiteral("refreshButton"))->property("available").toBool());
+    QCOMPARE(focusedName(), QStringLiteral("refreshButton"));
     fixture->clock.advance(3s);
     view->settle();
     QCOMPARE(focusedName(), QStringLiteral("refreshButton"));
@@ -718,6 +721,29 @@ void TestKeyboard::updatePromptShownAsTheDashboardAppearsGivesTheFocusToThePerio
     press(Qt::Key_Escape);
     QTRY_VERIFY(!store.isShowingUpdatePrompt());
     QTRY_COMPARE(focusedName(), QStringLiteral("periodPickerSegment0"));
+}
+
+void TestKeyboard::aControlGreyedOutWithTheFocusPassesItOn()
+{
+    RoyaltiesStore &store = fixture->makeStore();
+    show();
+    QCOMPARE(focusedName(), QStringLiteral("signInButton"));
+    // Connecting greys out the sign-in: the focus goes on to the manual connection, not to the
+    // popover itself.
+    store.session().setIsLoading(true);
+    view->settle();
+    QVERIFY(!enabled(QStringLiteral("signInButton")));
+    QTRY_COMPARE(focusedName(), QStringLiteral("manualConnectionToggle"));
+    press(Qt::Key_Space);
+    QVERIFY(shown(QStringLiteral("serverURLInput")));
+    // The screen appearing while connecting starts there too.
+    view->window()->hide();
+    view->settle();
+    view->window()->show();
+    view->window()->requestActivate();
+    QVERIFY(QTest::qWaitForWindowActive(view->window()));
+    view->settle();
+    QCOMPARE(focusedName(), QStringLiteral("manualConnectionToggle"));
 }
 
 void TestKeyboard::settingsChangedByKeysAlone()
