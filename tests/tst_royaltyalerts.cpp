@@ -38,24 +38,12 @@ private Q_SLOTS:
 
 private:
     // Started and showing today's figures of the first account, the cooldown over.
-    RoyaltiesStore &startedStore();
     // The next automatic refresh, `minutes` later.
     void nextRefresh(std::chrono::minutes minutes = 30min);
     const QList<DesktopNotifications::Notification> &shown() const { return m_fixture->notifications.shown; }
 
     std::unique_ptr<StoreFixture> m_fixture;
 };
-
-RoyaltiesStore &TestRoyaltyAlerts::startedStore()
-{
-    RoyaltiesStore &store = m_fixture->makeConnectedStore();
-    store.start();
-    m_fixture->waitUntilIdle();
-    // Loading the accounts chose the first one, whose figures come once the cooldown ends.
-    m_fixture->clock.advance(3s);
-    m_fixture->waitUntilIdle();
-    return store;
-}
 
 void TestRoyaltyAlerts::nextRefresh(std::chrono::minutes minutes)
 {
@@ -65,14 +53,14 @@ void TestRoyaltyAlerts::nextRefresh(std::chrono::minutes minutes)
 
 void TestRoyaltyAlerts::theFirstFiguresDoNotNotify()
 {
-    RoyaltiesStore &store = startedStore();
+    RoyaltiesStore &store = m_fixture->makeRefreshedStore();
     QCOMPARE(store.lastUpdated(), std::optional<QDateTime>(m_fixture->clock.now()));
     QVERIFY(shown().isEmpty());
 }
 
 void TestRoyaltyAlerts::anIncreaseNotifiesOnceWithTheIncreaseAndTheFigure()
 {
-    RoyaltiesStore &store = startedStore();
+    RoyaltiesStore &store = m_fixture->makeRefreshedStore();
     const double before = store.highlightedRoyalty();
     nextRefresh();
     const double after = store.highlightedRoyalty();
@@ -86,7 +74,7 @@ void TestRoyaltyAlerts::anIncreaseNotifiesOnceWithTheIncreaseAndTheFigure()
 
 void TestRoyaltyAlerts::aSecondIncreaseNotifiesAgain()
 {
-    RoyaltiesStore &store = startedStore();
+    RoyaltiesStore &store = m_fixture->makeRefreshedStore();
     nextRefresh();
     const double before = store.highlightedRoyalty();
     nextRefresh();
@@ -97,7 +85,7 @@ void TestRoyaltyAlerts::aSecondIncreaseNotifiesAgain()
 
 void TestRoyaltyAlerts::theSoundComesWhenChosen()
 {
-    RoyaltiesStore &store = startedStore();
+    RoyaltiesStore &store = m_fixture->makeRefreshedStore();
     store.alerts().setNotificationSound(true);
     nextRefresh();
     QCOMPARE(shown().size(), 1);
@@ -106,7 +94,7 @@ void TestRoyaltyAlerts::theSoundComesWhenChosen()
 
 void TestRoyaltyAlerts::switchedOffNothingNotifies()
 {
-    RoyaltiesStore &store = startedStore();
+    RoyaltiesStore &store = m_fixture->makeRefreshedStore();
     store.alerts().setNotifyOnNewRoyalties(false);
     nextRefresh();
     nextRefresh();
@@ -115,7 +103,7 @@ void TestRoyaltyAlerts::switchedOffNothingNotifies()
 
 void TestRoyaltyAlerts::aFallDoesNotNotify()
 {
-    RoyaltiesStore &store = startedStore();
+    RoyaltiesStore &store = m_fixture->makeRefreshedStore();
     const QDate firstDay = m_fixture->clock.now().date();
     qsizetype beforeMidnight = 0;
     while (m_fixture->clock.now().date() == firstDay) {
@@ -130,7 +118,7 @@ void TestRoyaltyAlerts::aFallDoesNotNotify()
 
 void TestRoyaltyAlerts::aPeriodSwitchDoesNotNotifyButTheNextIncreaseDoes()
 {
-    RoyaltiesStore &store = startedStore();
+    RoyaltiesStore &store = m_fixture->makeRefreshedStore();
     m_fixture->clock.advance(3s);
     store.selectPeriod(RoyaltyPeriod::thisMonth);
     QVERIFY(m_fixture->waitUntilIdle());
@@ -143,7 +131,7 @@ void TestRoyaltyAlerts::aPeriodSwitchDoesNotNotifyButTheNextIncreaseDoes()
 
 void TestRoyaltyAlerts::anAccountSwitchDoesNotNotify()
 {
-    RoyaltiesStore &store = startedStore();
+    RoyaltiesStore &store = m_fixture->makeRefreshedStore();
     store.loadAccounts();
     QVERIFY(m_fixture->waitUntilIdle());
     QVERIFY(store.accounts().size() >= 2);
@@ -157,7 +145,7 @@ void TestRoyaltyAlerts::anAccountSwitchDoesNotNotify()
 
 void TestRoyaltyAlerts::yesterdayNeverNotifies()
 {
-    RoyaltiesStore &store = startedStore();
+    RoyaltiesStore &store = m_fixture->makeRefreshedStore();
     m_fixture->clock.advance(3s);
     store.selectPeriod(RoyaltyPeriod::yesterday);
     QVERIFY(m_fixture->waitUntilIdle());
@@ -170,7 +158,7 @@ void TestRoyaltyAlerts::yesterdayNeverNotifies()
 
 void TestRoyaltyAlerts::quietHoursHoldBackAndThenSum()
 {
-    RoyaltiesStore &store = startedStore();
+    RoyaltiesStore &store = m_fixture->makeRefreshedStore();
     RoyaltyAlerts &alerts = store.alerts();
     alerts.setQuietHoursStart(QTime(9, 45));
     alerts.setQuietHoursEnd(QTime(10, 45));
@@ -194,7 +182,7 @@ void TestRoyaltyAlerts::quietHoursHoldBackAndThenSum()
 
 void TestRoyaltyAlerts::quietHoursWithoutSummaryStaySilent()
 {
-    RoyaltiesStore &store = startedStore();
+    RoyaltiesStore &store = m_fixture->makeRefreshedStore();
     store.alerts().setQuietHoursStart(QTime(9, 45));
     store.alerts().setQuietHoursEnd(QTime(10, 45));
     store.alerts().setQuietHoursEnabled(true);
@@ -221,7 +209,7 @@ void TestRoyaltyAlerts::quietHoursRunOverMidnight()
 
 void TestRoyaltyAlerts::hiddenAmountsAreMaskedEverywhere()
 {
-    RoyaltiesStore &store = startedStore();
+    RoyaltiesStore &store = m_fixture->makeRefreshedStore();
     const QString shownTitle = store.menuBarTitle();
     QVERIFY(shownTitle.startsWith(u'$'));
     store.setHideAmounts(true);
@@ -236,7 +224,7 @@ void TestRoyaltyAlerts::hiddenAmountsAreMaskedEverywhere()
     // Remembered across a restart.
     m_fixture->destroyStore();
     m_fixture->reopenPreferences();
-    RoyaltiesStore &again = startedStore();
+    RoyaltiesStore &again = m_fixture->makeRefreshedStore();
     QVERIFY(again.hideAmounts());
     QCOMPARE(again.menuBarTitle(), mask);
     again.setHideAmounts(false);
@@ -246,7 +234,7 @@ void TestRoyaltyAlerts::hiddenAmountsAreMaskedEverywhere()
 
 void TestRoyaltyAlerts::hiddenAmountsKeepTheNotificationWithoutAmounts()
 {
-    RoyaltiesStore &store = startedStore();
+    RoyaltiesStore &store = m_fixture->makeRefreshedStore();
     store.setHideAmounts(true);
     nextRefresh();
     QCOMPARE(shown().size(), 1);

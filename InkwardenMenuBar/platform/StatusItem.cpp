@@ -34,11 +34,6 @@ QString StatusItem::menuMnemonicLabel(StatusMenuEntry entry)
     return {};
 }
 
-QString StatusItem::menuLabel(StatusMenuEntry entry)
-{
-    return withoutMnemonic(menuMnemonicLabel(entry));
-}
-
 QString StatusItem::withoutMnemonic(const QString &text)
 {
     QString plain;

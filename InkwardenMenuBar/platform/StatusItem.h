@@ -21,12 +21,10 @@ class StatusItem : public QObject
 public:
     using QObject::QObject;
 
-    // The menu's entries and their labels, shared by every implementation. The mnemonic label marks
-    // the entry's access key with "&" as QMenu takes it ("&Refresh"); the plain label is the same
-    // words without the mark ("Refresh"), for whatever shows or names the entry as text.
+    // The menu's entries and their labels, shared by every implementation. The label marks the
+    // entry's access key with "&" as QMenu takes it ("&Refresh").
     static QList<StatusMenuEntry> menuEntries();
     static QString menuMnemonicLabel(StatusMenuEntry entry);
-    static QString menuLabel(StatusMenuEntry entry);
     // `text` without its access key mark: "&Refresh" as "Refresh", "Fish && &Chips" as "Fish & Chips",
     // and the whole "(&S)" that Japanese and Chinese labels end with, "設定(&S)" as "設定".
     static QString withoutMnemonic(const QString &text);

@@ -1,7 +1,6 @@
 #include "AppTranslations.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QLibraryInfo>
 
 namespace {
@@ -42,15 +41,4 @@ AppTranslations::~AppTranslations()
 {
     QCoreApplication::removeTranslator(&m_qt);
     QCoreApplication::removeTranslator(&m_inkwarden);
-}
-
-QStringList AppTranslations::availableLanguages()
-{
-    QStringList languages;
-    const QStringList files =
-        QDir(translationsFolder).entryList({QStringLiteral("inkwarden_*.qm")}, QDir::Files, QDir::Name);
-    for (const QString &file : files) {
-        languages.append(file.mid(int(qstrlen("inkwarden_")), file.size() - int(qstrlen("inkwarden_.qm"))));
-    }
-    return languages;
 }

@@ -21,9 +21,6 @@ public:
     // The language whose translation is installed, such as "de" or "ja"; empty for English.
     [[nodiscard]] QString language() const { return m_language; }
 
-    // The languages Inkwarden has translations for, besides English.
-    [[nodiscard]] static QStringList availableLanguages();
-
 private:
     QTranslator m_inkwarden;
     QTranslator m_qt;

@@ -3,6 +3,7 @@
 against a translation file (or English when none is given).
 
 Usage: read-panel-texts.py ITEM_SERVICE [TS_FILE]
+       read-panel-texts.py --translate TS_FILE CONTEXT SOURCE   (prints SOURCE's translation)
 
 Prints the menu's labels, the item's title and the tool tip's heading; exits 1 when any of them is
 not what the translation says (or not the English text, without a file). The menu's labels carry
@@ -74,6 +75,10 @@ def labels(layout):
 
 
 def main():
+    if sys.argv[1] == "--translate":
+        _, _, path, context, source = sys.argv
+        sys.stdout.write(catalog(path).get((context, source)) or "")
+        return 0
     service = sys.argv[1]
     texts = catalog(sys.argv[2] if len(sys.argv) > 2 else None)
 

@@ -12,8 +12,8 @@
 #   4. The settings screen: fields, check boxes and move buttons named and described.
 #   5. Orca itself (run without speech; what it would say is read from its log): the popover opened
 #      again starts on the chosen period, said to be chosen; Right chooses the next period, and the
-#      refresh it starts is told; Tab moves on to a period not chosen; a server fault is told with
-#      the words of the error banner.
+#      refresh it starts is told; Tab moves on to a period not chosen; idle, it says nothing; a
+#      server fault is told with the words of the error banner.
 #
 # Usage: screen-reader.sh INKWARDEN DEVSERVER WATCHER
 set -euo pipefail
@@ -166,7 +166,12 @@ orca_says "$mark" 15 "^Yesterday\.$" "^selected radio button$" "^notification Re
 mark=$(orca_mark)
 xdotool key Tab
 orca_says "$mark" 10 "^This Month\.$" "^not selected radio button$" || fail "Orca did not follow Tab"
-pass "Orca: Right chooses and says the next period, and its refresh is told; Tab says a period not chosen"
+# Then nothing happens but the clocks of the status lines and the cooldown's count: Orca says nothing.
+mark=$(orca_mark)
+sleep 4
+idle=$(orca_said "$mark")
+[ -z "$idle" ] || fail "Orca spoke while nothing happened: $idle"
+pass "Orca: Right chooses and says the next period, and its refresh is told; Tab says a period not chosen; 4 idle seconds say nothing"
 
 curl -s -o /dev/null -X POST -d '{"stats": {"status": 500}}' "$HEADLESS_SERVER/__admin/faults" \
     || fail "could not set the server's fault"

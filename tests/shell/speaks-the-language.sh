@@ -39,15 +39,7 @@ translated() {
         printf '%s' "$source"
         return
     fi
-    /usr/bin/python3 - "$ts" "$context" "$source" <<'PY'
-import sys, xml.etree.ElementTree as ET
-ts, context, source = sys.argv[1:]
-for c in ET.parse(ts).getroot().iter("context"):
-    if c.findtext("name") == context:
-        for m in c.iter("message"):
-            if m.findtext("source") == source:
-                sys.stdout.write(m.findtext("translation"))
-PY
+    /usr/bin/python3 "$here/read-panel-texts.py" --translate "$ts" "$context" "$source"
 }
 
 # One run: $1 names it, $2 is the translation file (empty for English), the rest is the environment.

@@ -49,6 +49,17 @@ RoyaltiesStore &StoreFixture::makeConnectedStore()
     return makeStore();
 }
 
+RoyaltiesStore &StoreFixture::makeRefreshedStore()
+{
+    using namespace std::chrono_literals;
+    RoyaltiesStore &store = makeConnectedStore();
+    store.start();
+    waitUntilIdle();
+    clock.advance(3s);
+    waitUntilIdle();
+    return store;
+}
+
 QString StoreFixture::authorizeInBrowser(const QUrl &connectPage)
 {
     HttpTestClient browser;

@@ -31,6 +31,9 @@ public:
 
     // Connected with the demo key to the development server; no request sent yet.
     RoyaltiesStore &makeConnectedStore();
+    // Connected and started, with its first figures in: loading the accounts chose the first one,
+    // whose figures came once the request cooldown ended.
+    RoyaltiesStore &makeRefreshedStore();
 
     // Replaces the development server with one started from `config`.
     void restartServer(const DevServerConfig &config);

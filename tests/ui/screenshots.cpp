@@ -3,6 +3,7 @@
 // Given a language ("de"), renders the connect view, the dashboard and the settings in that language
 // instead, into a folder of the language's name.
 
+#include "SampleFigures.h"
 #include "ViewHarness.h"
 #include "shell/AppTranslations.h"
 #include "store/AppUpdates.h"
@@ -50,30 +51,6 @@ QPalette desktopPalette(bool dark)
         palette.setColor(QPalette::Disabled, role, dark ? QColor(0x80, 0x80, 0x80) : QColor(0xa0, 0xa0, 0xa0));
     }
     return palette;
-}
-
-RoyaltySummary figures(const QString &currency = QStringLiteral("USD"))
-{
-    RoyaltySummary summary;
-    summary.currency = currency;
-    summary.gross = 1842.37;
-    summary.spending = 312.9;
-    summary.net = 1529.47;
-    summary.paidEbookUnits = 214;
-    summary.paidEbookRoyalties = 642.18;
-    summary.paperbackUnits = 87;
-    summary.paperbackRoyalties = 391.5;
-    summary.hardcoverUnits = 12;
-    summary.hardcoverRoyalties = 96.24;
-    summary.audiobookUnits = 31;
-    summary.audiobookRoyalties = 188.6;
-    summary.expandedDistributionUnits = 1;
-    summary.expandedDistributionRoyalties = 2.45;
-    summary.reads = 48210;
-    summary.readRoyalties = 521.4;
-    summary.preOrderUnits = 56;
-    summary.freeEbookDownloads = 1204;
-    return summary;
 }
 
 struct Screen {
@@ -151,22 +128,22 @@ QList<Screen> screens()
          [connected](StoreFixture &f) { connected(f).session().setIsLoading(true); },
          {}},
         {QStringLiteral("dashboard-usd"),
-         [connected](StoreFixture &f) { showFigures(f, connected(f), figures()); },
+         [connected](StoreFixture &f) { showFigures(f, connected(f), sampleFigures()); },
          {}},
         {QStringLiteral("dashboard-eur"),
-         [connected](StoreFixture &f) { showFigures(f, connected(f), figures(QStringLiteral("EUR"))); },
+         [connected](StoreFixture &f) { showFigures(f, connected(f), sampleFigures(QStringLiteral("EUR"))); },
          {}},
         {QStringLiteral("dashboard-loading"),
          [connected](StoreFixture &f) {
              RoyaltiesStore &store = connected(f);
-             showFigures(f, store, figures());
+             showFigures(f, store, sampleFigures());
              store.session().setIsLoading(true);
          },
          {}},
         {QStringLiteral("dashboard-error-keeps-figures"),
          [connected](StoreFixture &f) {
              RoyaltiesStore &store = connected(f);
-             showFigures(f, store, figures());
+             showFigures(f, store, sampleFigures());
              store.status().setErrorMessage(
                  QStringLiteral("The server is having trouble right now. Please try again in a few "
                                 "minutes."));
@@ -175,7 +152,7 @@ QList<Screen> screens()
         {QStringLiteral("dashboard-offline"),
          [connected](StoreFixture &f) {
              RoyaltiesStore &store = connected(f);
-             showFigures(f, store, figures());
+             showFigures(f, store, sampleFigures());
              store.session().setIsNetworkAvailable(false);
          },
          {}},
@@ -189,14 +166,14 @@ QList<Screen> screens()
         {QStringLiteral("dashboard-update-available"),
          [connected](StoreFixture &f) {
              RoyaltiesStore &store = connected(f);
-             showFigures(f, store, figures());
+             showFigures(f, store, sampleFigures());
              store.updates().setLatestAppVersion(QStringLiteral("1.5.0"));
          },
          {}},
         {QStringLiteral("dashboard-update-downloaded"),
          [connected](StoreFixture &f) {
              RoyaltiesStore &store = connected(f);
-             showFigures(f, store, figures());
+             showFigures(f, store, sampleFigures());
              store.updates().setLatestAppVersion(QStringLiteral("1.5.0"));
              store.updates().setDownloadedUpdateURL(
                  QUrl::fromLocalFile(f.cacheFolder() + QStringLiteral("/Inkwarden-1.5.0.deb")));
@@ -207,7 +184,7 @@ QList<Screen> screens()
         {QStringLiteral("dashboard-every-metric-hidden"),
          [connected](StoreFixture &f) {
              RoyaltiesStore &store = connected(f);
-             showFigures(f, store, figures());
+             showFigures(f, store, sampleFigures());
              QSet<SalesBreakdownMetric> all;
              for (const SalesBreakdownMetric metric : SalesBreakdownMetric::allCases()) {
                  all.insert(metric);
@@ -218,7 +195,7 @@ QList<Screen> screens()
         {QStringLiteral("dashboard-custom-formats"),
          [connected](StoreFixture &f) {
              RoyaltiesStore &store = connected(f);
-             RoyaltySummary summary = figures();
+             RoyaltySummary summary = sampleFigures();
              summary.customFormats.insert(QStringLiteral("Box sets"), FormatSalesSummary{9, 161.91});
              summary.customFormats.insert(QStringLiteral("Large print"), FormatSalesSummary{1, 7.8});
              summary.customFormats.insert(QStringLiteral("Paperbacks"), FormatSalesSummary{4, 22});
@@ -232,7 +209,7 @@ QList<Screen> screens()
         {QStringLiteral("dashboard-large-negative-net"),
          [connected](StoreFixture &f) {
              RoyaltiesStore &store = connected(f);
-             RoyaltySummary summary = figures();
+             RoyaltySummary summary = sampleFigures();
              summary.spending = 15840.12;
              summary.net = summary.gross - summary.spending;
              showFigures(f, store, summary);
@@ -267,7 +244,7 @@ QList<Screen> screens()
         {QStringLiteral("dashboard-amounts-hidden"),
          [connected](StoreFixture &f) {
              RoyaltiesStore &store = connected(f);
-             showFigures(f, store, figures());
+             showFigures(f, store, sampleFigures());
              store.setHideAmounts(true);
          },
          {}},
@@ -287,7 +264,7 @@ QList<Screen> screens()
              tabTo(view, QStringLiteral("signInButton"));
          }},
         {QStringLiteral("dashboard-keyboard-focus"),
-         [connected](StoreFixture &f) { showFigures(f, connected(f), figures()); },
+         [connected](StoreFixture &f) { showFigures(f, connected(f), sampleFigures()); },
          [](ViewHarness &view) { view.keyChord(QKeySequence(Qt::Key_Tab)); }},
         {QStringLiteral("settings-keyboard-focus"),
          [settings, accounts](StoreFixture &f) { settings(f).session().setAccounts(accounts(2)); },
