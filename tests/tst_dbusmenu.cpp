@@ -89,8 +89,6 @@ private Q_SLOTS:
         QCOMPARE(StatusItem::withoutMnemonic(StatusItem::menuMnemonicLabel(StatusMenuEntry::Open)),
                  QStringLiteral("Open Inkwarden"));
         for (const StatusMenuEntry entry : StatusItem::menuEntries()) {
-            QCOMPARE(StatusItem::withoutMnemonic(StatusItem::menuMnemonicLabel(entry)),
-                     StatusItem::withoutMnemonic(StatusItem::menuMnemonicLabel(entry)));
             QVERIFY(!StatusItem::withoutMnemonic(StatusItem::menuMnemonicLabel(entry)).contains(u'&'));
         }
     }

@@ -37,7 +37,6 @@ private Q_SLOTS:
     void choicesPersistAndACorruptValueFallsBack();
 
 private:
-    // Started and showing today's figures of the first account, the cooldown over.
     // The next automatic refresh, `minutes` later.
     void nextRefresh(std::chrono::minutes minutes = 30min);
     const QList<DesktopNotifications::Notification> &shown() const { return m_fixture->notifications.shown; }

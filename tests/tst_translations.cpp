@@ -96,7 +96,6 @@ private:
             QTest::newRow(qPrintable(language)) << language;
         }
     }
-    // Started and showing today's figures of the first account, the cooldown over.
 
     std::unique_ptr<StoreFixture> m_fixture;
 };

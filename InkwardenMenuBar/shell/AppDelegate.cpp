@@ -51,11 +51,11 @@ void AppDelegate::applicationDidFinishLaunching()
         applyMenuBarTitle();
         updatePanelStatus();
     });
-    // The tool tip, the item's name in words and the state also follow what happens between two titles,
-    // the period they name among it.
-    for (auto changed : {&RoyaltiesStore::lastUpdatedChanged, &RoyaltiesStore::isLoadingChanged,
-                         &RoyaltiesStore::isConnectedChanged, &RoyaltiesStore::errorMessageChanged,
-                         &RoyaltiesStore::isNetworkAvailableChanged, &RoyaltiesStore::selectedPeriodChanged}) {
+    // The tool tip, the item's name in words and the state also follow what happens between two titles
+    // (the period they name changes with the figures).
+    for (auto changed :
+         {&RoyaltiesStore::lastUpdatedChanged, &RoyaltiesStore::isLoadingChanged, &RoyaltiesStore::isConnectedChanged,
+          &RoyaltiesStore::errorMessageChanged, &RoyaltiesStore::isNetworkAvailableChanged}) {
         QObject::connect(&m_store, changed, this, &AppDelegate::updatePanelStatus);
     }
     m_store.start();

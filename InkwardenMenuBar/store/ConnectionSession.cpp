@@ -196,8 +196,8 @@ void ConnectionSession::end()
     setApiKey(QString());
     setAccounts({});
     setIsLoadingAccounts(false);
-    setSummary(RoyaltySummary());
     m_figuresPeriod.reset();
+    setSummary(RoyaltySummary());
     setLastUpdated(std::nullopt);
     setNextRefreshAt(std::nullopt);
     m_timer.reset();
@@ -369,8 +369,8 @@ QCoro::Task<> ConnectionSession::performRefresh(RoyaltyPeriod period)
         const RoyaltySummary &summary = result.value();
         const double current = MoneyFormatter::highlightedRoyalty(summary, m_environment.settings.displayedRoyalty());
         setRoyaltyChangeCountsDown(current < previous);
-        setSummary(summary);
         m_figuresPeriod = period;
+        setSummary(summary);
         setLastUpdated(m_environment.clock.now());
         setMenuBarTitle(money(highlightedRoyalty(), true));
         setIsLoading(false);

@@ -28,6 +28,9 @@ Item {
         }
     }
     function sayNext() {
+        // Closed since, the popover says nothing more.
+        if (!announcement.Window.window || !announcement.Window.window.visible)
+            waiting = [];
         if (waiting.length === 0) {
             visible = false;
             return;
@@ -41,8 +44,8 @@ Item {
         turning = false;
         spacing.restart();
     }
-    // Hidden with what holds it (the banner goes, the popover turns to another screen), it forgets
-    // its words: shown again with its holder, it would say them anew, long after they were true.
+    // Hidden with what holds it (the error banner goes), it forgets its words: shown again with its
+    // holder, it would say them anew, long after they were true.
     onVisibleChanged: {
         if (!visible && !turning) {
             waiting = [];

@@ -7,9 +7,8 @@ import QtQuick.Templates as T
 //
 // It shows while the control has the focus from the keyboard (Tab, Shift+Tab, the arrows of a
 // picker or a list), never after a click; a text field shows it whenever it has the focus, since
-// what is typed goes there. A control that is greyed out for a moment while it has the focus
-// (Refresh while its request runs, the period picker during the cooldown) gets it back with its
-// ring. A control whose ring shows is scrolled into view, whatever scrolls it; one that takes the
+// what is typed goes there. Refresh while its request runs and the period picker during the
+// cooldown look greyed out but keep the focus and their ring. A control whose ring shows is scrolled into view, whatever scrolls it; one that takes the
 // focus without showing it (where a screen starts, a click) stays where it is.
 Rectangle {
     id: ring

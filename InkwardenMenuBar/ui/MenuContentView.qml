@@ -111,13 +111,14 @@ Pane {
     }
     // qmllint enable unqualified
 
-    // A control that greys out while it has the focus (the sign-in while connecting) leaves it to
-    // the popover itself, where a screen reader finds nothing but the popover's whole text, and the
-    // keyboard nothing to press: the focus goes on to the screen's first control that can take it.
-    // Not while it is anywhere else (an open list, the update prompt), nor while the popover is not
-    // the active window, which has no focus at all (Qt gives it back as the window comes back).
+    // A focus that falls to the popover itself (the sign-in greyed out as it connects, a screen
+    // that goes) leaves a screen reader nothing but the popover's whole text, and the keyboard
+    // nothing to press: it goes on to the screen's first control that can take it. Not while it is
+    // anywhere else (inside a scrolled page, an open list, the update prompt), not while the prompt
+    // gives it back, nor while the popover is not the active window, which has no focus at all (Qt
+    // gives it back as the window comes back).
     function recoverFocus() {
-        if (!Window.active)
+        if (!Window.active || focusRestorer.running)
             return
         const focused = Window.activeFocusItem
         if (!focused || focused === root || focused === screen || focused === Window.contentItem)

@@ -53,8 +53,9 @@ Rectangle {
                 required property int index
                 objectName: picker.objectName + "Segment" + index
                 text: title
+                // A click or Space toggles a checked button; the store decides what is checked.
                 checked: isCurrent
-                checkable: false
+                onToggled: checked = Qt.binding(() => segment.isCurrent)
                 autoExclusive: false
                 enabled: picker.enabled
                 focusPolicy: Qt.StrongFocus
@@ -65,6 +66,7 @@ Rectangle {
                 Accessible.checked: checked
                 // A screen reader's "press" chooses the segment, as a click does, unless greyed out.
                 Accessible.onPressAction: if (enabled) clicked()
+                Accessible.onToggleAction: if (enabled) clicked()
                 onClicked: {
                     if (picker.choosable)
                         picker.activated(value)

@@ -9,8 +9,7 @@ Usage: read-accessibility-tree.py COMMAND [ARGUMENT…]
                               texts and descriptions that SCREEN must read (exit 1 on a failure)
   press NAME                  activates the first control named NAME, as Orca's "click" would
   focus NAME                  moves the keyboard focus to the first control named NAME
-  alerts                      prints the words of every alert that has any (shown, or kept from
-                              when it was), one a line
+  alerts                      prints the words of every alert that has any, one a line
   announcements SECONDS [READY_FILE]
                               listens SECONDS seconds and prints every notification that appears,
                               one a line; creates READY_FILE once it listens

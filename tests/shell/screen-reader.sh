@@ -31,8 +31,8 @@ fail() {
 }
 pass() { headless_log "ok: $*"; }
 reader() { /usr/bin/python3 "$here/read-accessibility-tree.py" "$@"; }
-# What Orca would have said since line MARK of its log, an utterance a line.
-orca_said() { tail -n +"$1" "$orca_log" | sed -n "s/^[0-9:.]* - SPEECH OUTPUT: '\(.*\)' *{.*$/\1/p"; }
+# What Orca would have said after line MARK of its log, an utterance a line.
+orca_said() { tail -n +"$(($1 + 1))" "$orca_log" | sed -n "s/^[0-9:.]* - SPEECH OUTPUT: '\(.*\)' *{.*$/\1/p"; }
 orca_mark() { wc -l <"$orca_log"; }
 # Whether the lines of standard input match each extended regular expression given, in that order
 # (other lines may come between).
@@ -167,13 +167,14 @@ mark=$(orca_mark)
 xdotool key Tab
 orca_says "$mark" 10 "^This Month\.$" "^not selected radio button$" || fail "Orca did not follow Tab"
 # Then nothing happens but the clocks of the status lines and the cooldown's count: Orca says nothing.
+sleep 1  # what it says of the last focus, all of it
 mark=$(orca_mark)
 sleep 4
 idle=$(orca_said "$mark")
 [ -z "$idle" ] || fail "Orca spoke while nothing happened: $idle"
 pass "Orca: Right chooses and says the next period, and its refresh is told; Tab says a period not chosen; 4 idle seconds say nothing"
 
-curl -s -o /dev/null -X POST -d '{"stats": {"status": 500}}' "$HEADLESS_SERVER/__admin/faults" \
+curl -sf -o /dev/null -X POST -d '{"stats": {"status": 500}}' "$HEADLESS_SERVER/__admin/faults" \
     || fail "could not set the server's fault"
 sleep 3.5  # the cooldown of the last refresh
 mark=$(orca_mark)
@@ -183,5 +184,5 @@ alert=$(reader alerts)
 [ -n "$alert" ] || fail "no error banner is shown"
 # (Orca ends what it says with a full stop, unless the words have one.)
 orca_said "$mark" | grep -qxF -e "notification $alert" -e "notification $alert." || fail "Orca did not say the error banner's words: $alert"
-curl -s -o /dev/null -X DELETE "$HEADLESS_SERVER/__admin/faults"
+curl -sf -o /dev/null -X DELETE "$HEADLESS_SERVER/__admin/faults"
 pass "Orca: a failed refresh is told in the error banner's words ($alert)"

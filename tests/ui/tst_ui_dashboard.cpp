@@ -62,6 +62,18 @@ class TestDashboard : public UiTest
     Q_OBJECT
 
     bool choosable(const QString &name) const { return item(name)->property("choosable").toBool(); }
+    // The period picker's segments shown checked.
+    QStringList checkedSegments() const
+    {
+        QStringList checked;
+        for (int index = 0; index < 3; ++index) {
+            const QString name = QStringLiteral("periodPickerSegment%1").arg(index);
+            if (item(name)->property("checked").toBool()) {
+                checked.append(name);
+            }
+        }
+        return checked;
+    }
     // Neither greyed out nor left aside by a click.
     bool available(const QString &name) const { return enabled(name) && item(name)->property("available").toBool(); }
 
@@ -206,6 +218,13 @@ void TestDashboard::choosingAPeriodCallsSelectPeriod()
     QCOMPARE(text(QStringLiteral("headerPeriod")), QStringLiteral("Yesterday"));
     QVERIFY(fixture->waitUntilIdle());
     QCOMPARE(fixture->statisticsRequests().size(), 1);
+    // A click on the chosen segment leaves it chosen, and checked.
+    fixture->clock.advance(3s);
+    view->settle();
+    QVERIFY(click(QStringLiteral("periodPickerSegment1")));
+    view->settle();
+    QCOMPARE(checkedSegments(), QStringList{QStringLiteral("periodPickerSegment1")});
+    QCOMPARE(fixture->store().selectedPeriod().rawValue(), QStringLiteral("Yesterday"));
 }
 
 void TestDashboard::periodPickerGreysOutDuringCooldownAndCaptionCountsDown()
@@ -227,9 +246,13 @@ void TestDashboard::periodPickerGreysOutDuringCooldownAndCaptionCountsDown()
     fixture->clock.advance(1s);
     view->settle();
     QCOMPARE(text(QStringLiteral("cooldownCaption")), QStringLiteral("Period selection available in 1s"));
-    // A click on a greyed-out segment does nothing.
+    // A click on a greyed-out segment does nothing: nothing is chosen, and the chosen segment stays
+    // the only one checked.
+    QSignalSpy chosen(item(QStringLiteral("periodPicker")), SIGNAL(activated(QString)));
     QVERIFY(click(QStringLiteral("periodPickerSegment2")));
     QVERIFY(fixture->waitUntilIdle());
+    QCOMPARE(chosen.size(), 0);
+    QCOMPARE(checkedSegments(), QStringList{QStringLiteral("periodPickerSegment0")});
     QCOMPARE(store.selectedPeriod().rawValue(), QStringLiteral("Today"));
     QCOMPARE(fixture->statisticsRequests().size(), 1);
     fixture->clock.advance(1s);
@@ -588,7 +611,7 @@ void TestDashboard::errorBannerIsAnnouncedAsItAppearsAndChangesWhileOpenOnly()
     const QString limited = QStringLiteral("Please wait 3 seconds before requesting royalties again.");
     store.status().setErrorMessage(limited);
     QTRY_COMPARE(ears.heard, (QStringList{down, limited}));
-    // The same words again are not said twice in a row; gone, the banner says nothing.
+    // Gone, the banner says nothing.
     store.status().setErrorMessage(std::nullopt);
     view->settle();
     QTRY_VERIFY(!announcement->isVisible());
@@ -598,13 +621,30 @@ void TestDashboard::errorBannerIsAnnouncedAsItAppearsAndChangesWhileOpenOnly()
     store.status().setErrorMessage(down);
     view->settle();
     QVERIFY2(ears.heard == (QStringList{down, limited, down}), qPrintable(ears.heard.join(u'|')));
+    // Words waiting their turn are not said once the banner went before it came.
+    store.status().setErrorMessage(limited);
+    store.status().setErrorMessage(std::nullopt);
+    view->settle();
+    QTest::qWait(1100);
+    QVERIFY2(ears.heard == (QStringList{down, limited, down}), qPrintable(ears.heard.join(u'|')));
+    // Nor once the popover closed before it came.
+    store.status().setErrorMessage(down);
+    store.status().setErrorMessage(limited);
+    view->settle();
+    view->window()->hide();
+    QTest::qWait(1100);
+    QVERIFY2(ears.heard == (QStringList{down, limited, down, down}), qPrintable(ears.heard.join(u'|')));
+    view->window()->show();
+    store.status().setErrorMessage(std::nullopt);
+    view->settle();
+    QTest::qWait(1100);
 
     // The popover closed (kept, not given up), an error says nothing.
     view->window()->hide();
     store.status().setErrorMessage(limited);
     view->settle();
     QTest::qWait(1100);
-    QVERIFY2(ears.heard == (QStringList{down, limited, down}), qPrintable(ears.heard.join(u'|')));
+    QVERIFY2(ears.heard == (QStringList{down, limited, down, down}), qPrintable(ears.heard.join(u'|')));
 }
 
 void TestDashboard::aRefreshIsAnnouncedAsItBeginsAndWithItsFigure()
@@ -648,6 +688,7 @@ void TestDashboard::refreshIsDisabledWhileASummaryCannotBeRequested()
     QVERIFY(!available(QStringLiteral("refreshButton")));
     const int requests = fixture->statisticsRequests().size();
     QVERIFY(click(QStringLiteral("refreshButton")));
+    QVERIFY(!store.session().refreshWhenAvailable());
     store.session().setIsLoading(false);
     fixture->clock.advance(5s);
     QVERIFY(fixture->waitUntilIdle());
