@@ -180,9 +180,12 @@ Item {
                             text: view.viewModel.connectButtonTitle
                             busy: view.store.isLoading
                             large: true
-                            enabled: !view.store.isLoading
+                            available: !view.store.isLoading
                             Layout.fillWidth: true
-                            onClicked: view.store.connect()
+                            onClicked: {
+                                if (available)
+                                    view.store.connect()
+                            }
                         }
                     }
                 }

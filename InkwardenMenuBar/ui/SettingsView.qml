@@ -448,19 +448,25 @@ Item {
                                 SymbolButton {
                                     objectName: "checkForUpdatesButton"
                                     text: view.updates.checkForUpdatesTitle
-                                    enabled: view.updates.canCheckForUpdates
+                                    available: view.updates.canCheckForUpdates
                                     labelFont: Typography.callout
                                     Layout.alignment: Qt.AlignRight
-                                    onClicked: view.store.checkForUpdates()
+                                    onClicked: {
+                                        if (available)
+                                            view.store.checkForUpdates()
+                                    }
                                 }
                                 SymbolButton {
                                     objectName: "installUpdateButton"
                                     visible: view.updates.isUpdateAvailable
                                     text: view.updates.installUpdateTitle
-                                    enabled: view.updates.canStartUpdateAction
+                                    available: view.updates.canStartUpdateAction
                                     labelFont: Typography.callout
                                     Layout.alignment: Qt.AlignRight
-                                    onClicked: view.updates.performUpdateAction()
+                                    onClicked: {
+                                        if (available)
+                                            view.updates.performUpdateAction()
+                                    }
                                 }
                                 LinkButton {
                                     objectName: "revealUpdateButton"

@@ -45,10 +45,20 @@ protected:
         return ViewHarness::text(view->find(name, scope));
     }
     bool shown(const QString &name, QObject *scope = nullptr) const { return ViewHarness::isShown(item(name, scope)); }
+    // Usable: neither disabled nor greyed out while it keeps the focus (`available`, `choosable`).
     bool enabled(const QString &name, QObject *scope = nullptr) const
     {
         QQuickItem *found = item(name, scope);
-        return found && found->isEnabled();
+        if (!found || !found->isEnabled()) {
+            return false;
+        }
+        for (const char *usable : {"available", "choosable"}) {
+            const QVariant value = found->property(usable);
+            if (value.isValid() && !value.toBool()) {
+                return false;
+            }
+        }
+        return true;
     }
     bool click(const QString &name, QObject *scope = nullptr) { return view->click(item(name, scope)); }
 

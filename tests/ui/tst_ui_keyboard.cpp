@@ -105,6 +105,7 @@ private Q_SLOTS:
     void updatePromptKeepsTheFocusWhenThePopoverOpensAgain();
     void updatePromptShownAsTheDashboardAppearsGivesTheFocusToThePeriod();
     void aControlGreyedOutWithTheFocusPassesItOn();
+    void connectKeepsTheFocusWhileItConnects();
 
     // Whole changes.
     void settingsChangedByKeysAlone();
@@ -744,6 +745,29 @@ void TestKeyboard::aControlGreyedOutWithTheFocusPassesItOn()
     QVERIFY(QTest::qWaitForWindowActive(view->window()));
     view->settle();
     QCOMPARE(focusedName(), QStringLiteral("manualConnectionToggle"));
+}
+
+void TestKeyboard::connectKeepsTheFocusWhileItConnects()
+{
+    RoyaltiesStore &store = fixture->makeStore();
+    show();
+    QVERIFY(click(QStringLiteral("manualConnectionToggle")));
+    QVERIFY(tabTo(QStringLiteral("connectButton")));
+    // Greyed out while it connects, it keeps the focus (a screen reader stays on it), and a press
+    // does nothing more.
+    store.session().setIsLoading(true);
+    view->settle();
+    QVERIFY(!enabled(QStringLiteral("connectButton")));
+    QTest::qWait(50);
+    QCOMPARE(focusedName(), QStringLiteral("connectButton"));
+    // (Pressed, it would find no API key typed, and say so.)
+    press(Qt::Key_Return);
+    press(Qt::Key_Space);
+    view->settle();
+    QCOMPARE(store.errorMessage(), std::nullopt);
+    store.session().setIsLoading(false);
+    view->settle();
+    QCOMPARE(focusedName(), QStringLiteral("connectButton"));
 }
 
 void TestKeyboard::settingsChangedByKeysAlone()
