@@ -11,10 +11,13 @@ Item {
     property var waiting: []
     property bool turning: false
 
+    // Said only while the popover is open: a closed one (kept a while before it is given up) says
+    // nothing, amounts least of all, whether the words come or are due after it closed.
+    function popoverOpen() {
+        return !!announcement.Window.window && announcement.Window.window.visible;
+    }
     function say(words) {
-        // Said only while the popover is open: a closed one (kept a while before it is given up)
-        // says nothing, amounts least of all.
-        if (!announcement.Window.window || !announcement.Window.window.visible) {
+        if (!popoverOpen()) {
             return;
         }
         // Words already on their way are not said twice in a row.
@@ -28,8 +31,7 @@ Item {
         }
     }
     function sayNext() {
-        // Closed since, the popover says nothing more.
-        if (!announcement.Window.window || !announcement.Window.window.visible)
+        if (!popoverOpen())
             waiting = [];
         if (waiting.length === 0) {
             visible = false;

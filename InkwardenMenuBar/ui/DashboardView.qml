@@ -113,7 +113,7 @@ Item {
                             //: Accessible name of the picker choosing the time span of the royalty figures (Today, This Month, ...)
                             accessibleName: qsTr("Period")
                             model: periods
-                            choosable: view.store.canSwitchPeriod
+                            available: view.store.canSwitchPeriod
                             onActivated: value => view.store.selectPeriod(value)
                         }
                         TextLine {

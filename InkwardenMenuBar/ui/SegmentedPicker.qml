@@ -18,7 +18,7 @@ Rectangle {
     property string accessibleName
     // False greys the picker out and chooses nothing, while the segments keep the keyboard focus: a
     // screen reader stays on the segment it was on, rather than on what a lost focus falls back to.
-    property bool choosable: true
+    property bool available: true
     signal activated(string value)
     // Asks the segment at `index` (the selected one for -1) to take the focus; `choose` chooses it
     // as well.
@@ -33,7 +33,7 @@ Rectangle {
     Layout.fillWidth: true
     radius: 7
     color: Theme.withOpacity(Theme.text, Theme.dark ? 0.10 : 0.07)
-    opacity: enabled && choosable ? 1 : 0.5
+    opacity: enabled && available ? 1 : 0.5
     Accessible.role: Accessible.Grouping
     Accessible.name: accessibleName
 
@@ -68,17 +68,17 @@ Rectangle {
                 Accessible.onPressAction: if (enabled) clicked()
                 Accessible.onToggleAction: if (enabled) clicked()
                 onClicked: {
-                    if (picker.choosable)
+                    if (picker.available)
                         picker.activated(value)
                 }
                 // The first segment has none before it (-1 would mean the selected one). Greyed
                 // out, the focus stays where the choice is.
                 Keys.onLeftPressed: {
-                    if (index > 0 && picker.choosable)
+                    if (index > 0 && picker.available)
                         picker.segmentFocusRequested(index - 1, true, Qt.BacktabFocusReason)
                 }
                 Keys.onRightPressed: {
-                    if (picker.choosable)
+                    if (picker.available)
                         picker.segmentFocusRequested(index + 1, true, Qt.TabFocusReason)
                 }
 

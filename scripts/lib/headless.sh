@@ -22,6 +22,13 @@ HEADLESS_KEEP=0     # 1: leave everything running (and the scratch folder in pla
 
 headless_log() { printf '%s\n' "$*" >&2; }
 headless_die() { headless_log "error: $*"; exit 1; }
+# A test's verdicts: a failed check says why, shows Inkwarden's log and ends the script.
+headless_fail() {
+    headless_log "FAIL: $*"
+    [ -s "${HEADLESS_APP_LOG:-}" ] && { headless_log "--- inkwarden log"; cat "$HEADLESS_APP_LOG" >&2; }
+    exit 1
+}
+headless_pass() { headless_log "ok: $*"; }
 headless_now() { date +%s.%N; }
 
 headless_begin() {

@@ -23,12 +23,6 @@ source "$here/../../scripts/lib/headless.sh"
 # shellcheck source=../../scripts/lib/screen-text.sh
 source "$here/../../scripts/lib/screen-text.sh"
 
-fail() {
-    headless_log "FAIL: $*"
-    [ -n "${HEADLESS_APP_LOG:-}" ] && [ -s "$HEADLESS_APP_LOG" ] && { headless_log "--- inkwarden log"; cat "$HEADLESS_APP_LOG" >&2; }
-    exit 1
-}
-pass() { headless_log "ok: $*"; }
 keep_screenshot() { [ -n "${INKWARDEN_SCREENSHOTS:-}" ] && mkdir -p "$INKWARDEN_SCREENSHOTS" && cp "$1" "$INKWARDEN_SCREENSHOTS/"; return 0; }
 
 width=1280
@@ -73,18 +67,18 @@ sleep 2
 before="$HEADLESS_SCRATCH/genmon-before-sign-in.png"
 import -window root "$before"
 keep_screenshot "$before"
-[ "$(headless_item_label)" = "◉ —" ] || fail "before sign-in the item's label is '$(headless_item_label)'"
+[ "$(headless_item_label)" = "◉ —" ] || headless_fail "before sign-in the item's label is '$(headless_item_label)'"
 
 # --- 2. The figure after sign-in.
 headless_sign_in "$app"
 headless_wait_for_figures
-label=$(headless_wait_for_figure_label) || fail "no figure on the item"
+label=$(headless_wait_for_figure_label) || headless_fail "no figure on the item"
 digits=$(tr -cd '0-9' <<<"$label")
-[ -n "$digits" ] || fail "the figure '$label' has no digits to look for"
+[ -n "$digits" ] || headless_fail "the figure '$label' has no digits to look for"
 if screen_text_find "$before" "$digits" "$panel_strip" >/dev/null; then
-    fail "the panel showed $digits before sign-in: the check cannot tell"
+    headless_fail "the panel showed $digits before sign-in: the check cannot tell"
 fi
-pass "before sign-in the panel shows no figure"
+headless_pass "before sign-in the panel shows no figure"
 
 # genmon runs the command once a second: give it a few.
 point=""
@@ -95,18 +89,18 @@ for _ in $(seq 10); do
     point=$(screen_text_find "$after" "$digits" "$panel_strip") && break
 done
 keep_screenshot "$after"
-[ -n "$point" ] || { screen_text_words "$after" "$panel_strip" >&2; fail "the panel does not show the figure '$label'"; }
-pass "the panel shows the figure '$label' at $point"
+[ -n "$point" ] || { screen_text_words "$after" "$panel_strip" >&2; headless_fail "the panel does not show the figure '$label'"; }
+headless_pass "the panel shows the figure '$label' at $point"
 
 # --- 3. A click on it opens the popover.
 # The sign-in opened the popover to show its outcome; it is closed first, as a person would.
 if headless_wait_popover 1 1; then
     headless_activate 0 0
-    headless_wait_popover 0 15 || fail "the popover of the sign-in did not close"
+    headless_wait_popover 0 15 || headless_fail "the popover of the sign-in did not close"
     sleep 0.5
 fi
 read -r x y <<<"$point"
 xdotool mousemove "$x" "$y" click 1
-headless_wait_popover 1 15 || fail "a click on the figure did not open the popover"
-pass "a click on the figure opened the popover"
+headless_wait_popover 1 15 || headless_fail "a click on the figure did not open the popover"
+headless_pass "a click on the figure opened the popover"
 headless_log "PASS"

@@ -18,12 +18,6 @@ here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
 # shellcheck source=../../scripts/lib/headless.sh
 source "$here/../../scripts/lib/headless.sh"
 
-fail() {
-    headless_log "FAIL: $*"
-    [ -n "${HEADLESS_APP_LOG:-}" ] && [ -s "$HEADLESS_APP_LOG" ] && { headless_log "--- inkwarden log"; cat "$HEADLESS_APP_LOG" >&2; }
-    exit 1
-}
-pass() { headless_log "ok: $*"; }
 
 headless_begin
 headless_start_display 1024x768
@@ -75,7 +69,7 @@ PY
 lock() {
     gdbus call --session --dest org.freedesktop.secrets --object-path /org/freedesktop/secrets \
         --method org.freedesktop.Secret.Service.Lock "['$login']" >/dev/null
-    [ "$(locked)" = "(<true>,)" ] || fail "the login keyring did not lock: $(locked)"
+    [ "$(locked)" = "(<true>,)" ] || headless_fail "the login keyring did not lock: $(locked)"
 }
 locked() {
     gdbus call --session --dest org.freedesktop.secrets --object-path "$login" \
@@ -89,7 +83,7 @@ headless_wait_for_figures
 headless_stop "$HEADLESS_APP_PID"
 wait "$HEADLESS_APP_PID" 2>/dev/null || true
 lock
-pass "signed in, stopped, keyring locked"
+headless_pass "signed in, stopped, keyring locked"
 
 # --- 2. Started with the keyring locked.
 headless_start_app "$app"
@@ -99,35 +93,35 @@ for _ in $(seq 200); do
     [[ "$message" == *"Unlock your keyring to show your royalties."* ]] && break
     sleep 0.05
 done
-[[ "$message" == *"Unlock your keyring to show your royalties."* ]] || fail "no keyring message: $message"
-[[ "$message" == *'"class":"ok"'* ]] && fail "a figure while the keyring is locked: $message"
-pass "the tool tip says to unlock the keyring"
+[[ "$message" == *"Unlock your keyring to show your royalties."* ]] || headless_fail "no keyring message: $message"
+[[ "$message" == *'"class":"ok"'* ]] && headless_fail "a figure while the keyring is locked: $message"
+headless_pass "the tool tip says to unlock the keyring"
 
 # --- 3. The keyring's own prompt, dismissed; the keyring unlocked elsewhere.
 prompt=$(wait_for_prompt)
-[ -n "$prompt" ] || fail "no unlock prompt appeared"
-pass "the keyring's unlock prompt appeared"
+[ -n "$prompt" ] || headless_fail "no unlock prompt appeared"
+headless_pass "the keyring's unlock prompt appeared"
 [ -n "${INKWARDEN_SCREENSHOTS:-}" ] && import -window root "$INKWARDEN_SCREENSHOTS/locked-keyring-prompt.png"
 # No window manager here: the prompt gets the keyboard directly, and the keys come as real ones
 # (XTEST), which GTK takes where it ignores sent events.
 xdotool windowfocus --sync "$prompt" 2>/dev/null || xdotool windowfocus "$prompt"
 xdotool key Escape
 for _ in $(seq 100); do [ "$(prompts)" = 0 ] && break; sleep 0.05; done
-[ "$(prompts)" = 0 ] || fail "the prompt did not go"
-[ "$(locked)" = "(<true>,)" ] || fail "the keyring unlocked although the prompt was dismissed"
+[ "$(prompts)" = 0 ] || headless_fail "the prompt did not go"
+[ "$(locked)" = "(<true>,)" ] || headless_fail "the keyring unlocked although the prompt was dismissed"
 # Long enough for a second request to show up.
 sleep 3
-[ "$(prompts)" = 0 ] || fail "the prompt came back after it was dismissed"
+[ "$(prompts)" = 0 ] || headless_fail "the prompt came back after it was dismissed"
 message=$(status_of)
-[[ "$message" == *"Unlock your keyring to show your royalties."* ]] || fail "the message went: $message"
-headless_sign_in_began && fail "a browser sign-in began"
-pass "dismissed: the message stays, no second prompt, no browser"
+[[ "$message" == *"Unlock your keyring to show your royalties."* ]] || headless_fail "the message went: $message"
+headless_sign_in_began && headless_fail "a browser sign-in began"
+headless_pass "dismissed: the message stays, no second prompt, no browser"
 unlock_elsewhere
-[ "$(locked)" = "(<false>,)" ] || fail "the keyring did not unlock"
+[ "$(locked)" = "(<false>,)" ] || headless_fail "the keyring did not unlock"
 status=$(wait_for_figure)
-[[ "$status" == *'"class":"ok"'* ]] || fail "no figure after unlocking elsewhere: $status"
-[[ "$status" == *"Unlock your keyring"* ]] && fail "the message stayed: $status"
-pass "unlocked elsewhere: figures by themselves: $status"
+[[ "$status" == *'"class":"ok"'* ]] || headless_fail "no figure after unlocking elsewhere: $status"
+[[ "$status" == *"Unlock your keyring"* ]] && headless_fail "the message stayed: $status"
+headless_pass "unlocked elsewhere: figures by themselves: $status"
 
 # --- 4. Locked again and started: the prompt, answered.
 headless_stop "$HEADLESS_APP_PID"
@@ -138,18 +132,18 @@ lock
 sleep 3
 headless_start_app "$app"
 prompt=$(wait_for_prompt)
-[ -n "$prompt" ] || fail "no unlock prompt appeared"
+[ -n "$prompt" ] || headless_fail "no unlock prompt appeared"
 sleep 0.5
-headless_sign_in_began && fail "a browser sign-in began"
+headless_sign_in_began && headless_fail "a browser sign-in began"
 xdotool windowfocus --sync "$prompt" 2>/dev/null || xdotool windowfocus "$prompt"
 xdotool type --delay 20 "$password"
 xdotool key Return
 for _ in $(seq 200); do [ "$(locked)" = "(<false>,)" ] && break; sleep 0.05; done
-[ "$(locked)" = "(<false>,)" ] || fail "the prompt did not unlock the keyring"
+[ "$(locked)" = "(<false>,)" ] || headless_fail "the prompt did not unlock the keyring"
 status=$(wait_for_figure)
-[[ "$status" == *'"class":"ok"'* ]] || fail "no figure after unlocking: $status"
-[[ "$status" == *"Unlock your keyring"* ]] && fail "the message stayed: $status"
-pass "figures after answering the prompt: $status"
-headless_sign_in_began && fail "a browser sign-in began"
-[ "$(prompts)" = 0 ] || fail "a prompt is still open"
-pass "no browser sign-in at any point, and the prompt is gone"
+[[ "$status" == *'"class":"ok"'* ]] || headless_fail "no figure after unlocking: $status"
+[[ "$status" == *"Unlock your keyring"* ]] && headless_fail "the message stayed: $status"
+headless_pass "figures after answering the prompt: $status"
+headless_sign_in_began && headless_fail "a browser sign-in began"
+[ "$(prompts)" = 0 ] || headless_fail "a prompt is still open"
+headless_pass "no browser sign-in at any point, and the prompt is gone"

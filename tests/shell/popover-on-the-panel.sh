@@ -21,12 +21,6 @@ done
 # shellcheck source=../../scripts/lib/headless.sh
 source "$here/../../scripts/lib/headless.sh"
 
-fail() {
-    headless_log "FAIL: $*"
-    [ -n "${HEADLESS_APP_LOG:-}" ] && [ -s "$HEADLESS_APP_LOG" ] && { headless_log "--- inkwarden log"; cat "$HEADLESS_APP_LOG" >&2; }
-    exit 1
-}
-pass() { headless_log "ok: $*"; }
 
 # Seconds a window may take to come or go; generous for a loaded CI machine.
 settle=15
@@ -69,10 +63,10 @@ expect_geometry() {
     # The window is mapped before its final position arrives: wait for it to settle.
     for _ in $(seq 100); do
         got=$(popover_geometry || true)
-        [ "$got" = "$want" ] && { pass "$what: popover at $got"; return 0; }
+        [ "$got" = "$want" ] && { headless_pass "$what: popover at $got"; return 0; }
         sleep 0.05
     done
-    fail "$what: popover at '$got', expected '$want' (x y width height)"
+    headless_fail "$what: popover at '$got', expected '$want' (x y width height)"
 }
 
 quit_from_menu() {
@@ -80,76 +74,76 @@ quit_from_menu() {
         --method com.canonical.dbusmenu.Event 5 clicked '<"">' 0 >/dev/null
     local status=0
     wait "$HEADLESS_APP_PID" || status=$?
-    [ "$status" = 0 ] || fail "Inkwarden ended with status $status after Quit Inkwarden"
+    [ "$status" = 0 ] || headless_fail "Inkwarden ended with status $status after Quit Inkwarden"
 }
 
 settings_value() { sed -n "s/^$1=//p" "$HEADLESS_SETTINGS"; }
 
 # --- 1. First launch of this version.
 version=$("$app" --version | awk '{ print $NF }')
-[ -n "$version" ] || fail "inkwarden --version printed no version"
+[ -n "$version" ] || headless_fail "inkwarden --version printed no version"
 sed -i '/^lastPresentedAppVersion=/d' "$HEADLESS_SETTINGS"
 
 before="$HEADLESS_SCRATCH/panel-without-item.png"
 import -window root "$before"
 headless_start_app "$app"
 headless_wait_for_item
-headless_wait_popover 1 "$settle" || fail "the first launch of $version did not open the popover"
-pass "the first launch opened the popover"
+headless_wait_popover 1 "$settle" || headless_fail "the first launch of $version did not open the popover"
+headless_pass "the first launch opened the popover"
 [ "$(settings_value lastPresentedAppVersion)" = "$version" ] \
-    || fail "lastPresentedAppVersion is '$(settings_value lastPresentedAppVersion)', expected '$version'"
-pass "lastPresentedAppVersion=$version recorded"
+    || headless_fail "lastPresentedAppVersion is '$(settings_value lastPresentedAppVersion)', expected '$version'"
+headless_pass "lastPresentedAppVersion=$version recorded"
 
 # Signed in through the browser while it runs, so that the next launch is connected.
 headless_sign_in "$app"
 headless_wait_for_figures
 quit_from_menu
-pass "Quit Inkwarden from the item's menu ended the process with status 0"
+headless_pass "Quit Inkwarden from the item's menu ended the process with status 0"
 
 # --- 2. The second launch of the same version keeps the popover closed.
 headless_start_app "$app"
 headless_wait_for_item
-stays_hidden 3 || fail "the second launch of the same version opened the popover"
-pass "the second launch left the popover closed"
+stays_hidden 3 || headless_fail "the second launch of the same version opened the popover"
+headless_pass "the second launch left the popover closed"
 
 # --- 3. Activate on the item.
 # Without a window manager no panel reserves space, so the popover keeps clear of the clicked
 # point: centred under it, 24 pixels below, and kept whole on the screen.
 headless_activate 1000 12
-headless_wait_popover 1 "$settle" || fail "Activate did not open the popover"
+headless_wait_popover 1 "$settle" || headless_fail "Activate did not open the popover"
 expect_geometry "820 36 360 560" "Activate(1000, 12)"
 headless_activate 1000 12
-headless_wait_popover 0 "$settle" || fail "a second Activate did not close the popover"
-pass "a second Activate closed the popover"
+headless_wait_popover 0 "$settle" || headless_fail "a second Activate did not close the popover"
+headless_pass "a second Activate closed the popover"
 
 # A moment later, as a person's next click would be (the click that closes the popover must not
 # open it again, so an Activate right on the heels of closing is ignored).
 sleep 0.5
 headless_activate $((width - 10)) 12
-headless_wait_popover 1 "$settle" || fail "Activate near the right edge did not open the popover"
+headless_wait_popover 1 "$settle" || headless_fail "Activate near the right edge did not open the popover"
 expect_geometry "$((width - 360)) 36 360 560" "Activate($((width - 10)), 12)"
 
 # A click elsewhere on the screen closes it.
 xdotool mousemove 200 600 click 1
-headless_wait_popover 0 "$settle" || fail "a click elsewhere did not close the popover"
-pass "a click elsewhere closed the popover"
+headless_wait_popover 0 "$settle" || headless_fail "a click elsewhere did not close the popover"
+headless_pass "a click elsewhere closed the popover"
 
 # The click on the item that closes the popover does not open it again.
 sleep 1
 after="$HEADLESS_SCRATCH/panel-with-item.png"
 import -window root "$after"
 point=$(headless_item_point "$before" "$after")
-[ -n "$point" ] || fail "the item was not found in the panel"
+[ -n "$point" ] || headless_fail "the item was not found in the panel"
 read -r item_x item_y <<<"$point"
-pass "the item is at $item_x $item_y in the panel"
+headless_pass "the item is at $item_x $item_y in the panel"
 xdotool mousemove "$item_x" "$item_y" click 1
-headless_wait_popover 1 "$settle" || fail "a click on the item did not open the popover"
-pass "a click on the item opened the popover"
+headless_wait_popover 1 "$settle" || headless_fail "a click on the item did not open the popover"
+headless_pass "a click on the item opened the popover"
 sleep 0.5
 xdotool mousemove "$item_x" "$item_y" click 1
-headless_wait_popover 0 "$settle" || fail "a click on the item did not close the popover"
-stays_hidden 2 || fail "the click on the item that closed the popover opened it again"
-pass "the click on the item closed the popover and it stayed closed"
+headless_wait_popover 0 "$settle" || headless_fail "a click on the item did not close the popover"
+stays_hidden 2 || headless_fail "the click on the item that closed the popover opened it again"
+headless_pass "the click on the item closed the popover and it stayed closed"
 
 quit_from_menu
-pass "done"
+headless_pass "done"

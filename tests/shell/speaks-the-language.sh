@@ -16,12 +16,6 @@ here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
 # shellcheck source=../../scripts/lib/headless.sh
 source "$here/../../scripts/lib/headless.sh"
 
-fail() {
-    headless_log "FAIL: $*"
-    [ -s "${HEADLESS_APP_LOG:-}" ] && { headless_log "--- inkwarden log"; cat "$HEADLESS_APP_LOG" >&2; }
-    exit 1
-}
-pass() { headless_log "ok: $*"; }
 
 headless_begin
 export QT_QPA_PLATFORM=offscreen
@@ -30,7 +24,7 @@ headless_start_keyring
 headless_start_devserver "$devserver"
 "$watcher" >"$HEADLESS_SCRATCH/watcher.log" 2>&1 &
 HEADLESS_PIDS+=($!)
-gdbus wait --session --timeout 10 org.kde.StatusNotifierWatcher || fail "the test watcher did not start"
+gdbus wait --session --timeout 10 org.kde.StatusNotifierWatcher || headless_fail "the test watcher did not start"
 
 # The translation of an English text in a context of the file ($1), or the text itself without one.
 translated() {
@@ -51,24 +45,24 @@ speaks() {
     signed_out=$(translated "$ts" PanelStatusBuilder "Not signed in")
     description=$(translated "$ts" main "Your book royalties at a glance, in the panel.")
     [ -n "$heading" ] && [ -n "$signed_out" ] && [ -n "$description" ] \
-        || fail "$name: the translation file has no tool tip or description"
+        || headless_fail "$name: the translation file has no tool tip or description"
 
     env -u LANGUAGE -u LC_ALL -u LC_MESSAGES -u LANG "$@" "$app" >>"$HEADLESS_SCRATCH/inkwarden.log" 2>&1 &
     HEADLESS_APP_PID=$!
     HEADLESS_APP_LOG="$HEADLESS_SCRATCH/inkwarden.log"
     headless_wait_for_item
     /usr/bin/python3 "$here/read-panel-texts.py" "$(headless_item_service)" ${ts:+"$ts"} >&2 \
-        || fail "$name: the panel menu, title or tool tip is not in the language"
+        || headless_fail "$name: the panel menu, title or tool tip is not in the language"
 
     tooltip=$(env -u LANGUAGE -u LC_ALL -u LC_MESSAGES -u LANG "$@" "$app" --status --format waybar)
     case "$tooltip" in *"\"tooltip\":\"$heading\\n$signed_out\""*) ;;
-        *) fail "$name: the bar's tool tip is not '$heading', '$signed_out': $tooltip" ;; esac
+        *) headless_fail "$name: the bar's tool tip is not '$heading', '$signed_out': $tooltip" ;; esac
     help=$(env -u LANGUAGE -u LC_ALL -u LC_MESSAGES -u LANG "$@" "$app" --help)
-    grep -qF "$description" <<<"$help" || fail "$name: --help does not describe Inkwarden as '$description'"
+    grep -qF "$description" <<<"$help" || headless_fail "$name: --help does not describe Inkwarden as '$description'"
 
     headless_stop "$HEADLESS_APP_PID"
     wait "$HEADLESS_APP_PID" 2>/dev/null || true
-    pass "$name: menu and access keys, title, tool tip ('$heading'), bar tool tip and --help"
+    headless_pass "$name: menu and access keys, title, tool tip ('$heading'), bar tool tip and --help"
 }
 
 speaks "LANG=C" "" LANG=C

@@ -45,20 +45,12 @@ protected:
         return ViewHarness::text(view->find(name, scope));
     }
     bool shown(const QString &name, QObject *scope = nullptr) const { return ViewHarness::isShown(item(name, scope)); }
-    // Usable: neither disabled nor greyed out while it keeps the focus (`available`, `choosable`).
+    // Usable: neither disabled nor greyed out while it keeps the focus (`available` false).
     bool enabled(const QString &name, QObject *scope = nullptr) const
     {
         QQuickItem *found = item(name, scope);
-        if (!found || !found->isEnabled()) {
-            return false;
-        }
-        for (const char *usable : {"available", "choosable"}) {
-            const QVariant value = found->property(usable);
-            if (value.isValid() && !value.toBool()) {
-                return false;
-            }
-        }
-        return true;
+        const QVariant available = found ? found->property("available") : QVariant();
+        return found && found->isEnabled() && (!available.isValid() || available.toBool());
     }
     bool click(const QString &name, QObject *scope = nullptr) { return view->click(item(name, scope)); }
 
