@@ -119,9 +119,24 @@ void Preferences::setDate(const QString &key, const QDateTime &value)
     write(key, value.toUTC().toString(Qt::ISODateWithMs));
 }
 
+void Preferences::setStrings(const QList<std::pair<QString, QString>> &values)
+{
+    for (const auto &[key, value] : values) {
+        m_settings.setValue(key, value);
+    }
+    m_settings.sync();
+}
+
 void Preferences::remove(const QString &key)
 {
-    m_settings.remove(key);
+    remove(QStringList{key});
+}
+
+void Preferences::remove(const QStringList &keys)
+{
+    for (const QString &key : keys) {
+        m_settings.remove(key);
+    }
     m_settings.sync();
 }
 

@@ -34,7 +34,10 @@ public:
     void setBoolean(const QString &key, bool value);
     void setStringList(const QString &key, const QStringList &value);
     void setDate(const QString &key, const QDateTime &value);
+    // Values that only make sense together reach the file in one write, never half of them.
+    void setStrings(const QList<std::pair<QString, QString>> &values);
     void remove(const QString &key);
+    void remove(const QStringList &keys);
 
 private:
     void write(const QString &key, const QVariant &value);

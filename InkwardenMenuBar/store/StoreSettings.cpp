@@ -206,11 +206,10 @@ std::optional<StoreSettings::PendingSignIn> StoreSettings::pendingSignIn() const
 void StoreSettings::setPendingSignIn(const std::optional<PendingSignIn> &value)
 {
     if (value) {
-        m_preferences.setString(SettingsKeys::pendingAuthVerifier, value->verifier);
-        m_preferences.setString(SettingsKeys::pendingAuthState, value->state);
+        m_preferences.setStrings(
+            {{SettingsKeys::pendingAuthVerifier, value->verifier}, {SettingsKeys::pendingAuthState, value->state}});
     } else {
-        m_preferences.remove(SettingsKeys::pendingAuthVerifier);
-        m_preferences.remove(SettingsKeys::pendingAuthState);
+        m_preferences.remove({SettingsKeys::pendingAuthVerifier, SettingsKeys::pendingAuthState});
     }
 }
 

@@ -365,16 +365,8 @@ wayland_item_property() {
 }
 
 wayland_sign_in() {
-    local app=$1 settings="" verifier="" state="" challenge callback
-    # Read in one go: Inkwarden may rewrite its settings in between. Generous: on a loaded machine
-    # a sanitized Inkwarden may be busy for a while first.
-    for _ in $(seq 600); do
-        settings=$(cat "$WAYLAND_SETTINGS" 2>/dev/null || true)
-        verifier=$(sed -n 's/^pendingAuthVerifier=//p' <<<"$settings")
-        state=$(sed -n 's/^pendingAuthState=//p' <<<"$settings")
-        [ -n "$verifier" ] && [ -n "$state" ] && break
-        sleep 0.05
-    done
+    local app=$1 verifier state challenge callback
+    read -r verifier state < <(headless_pending_sign_in "$WAYLAND_SETTINGS") || true
     [ -n "$verifier" ] && [ -n "$state" ] || { cat "$WAYLAND_APP_LOG" >&2; headless_die "Inkwarden started no sign-in"; }
     challenge=$(printf %s "$verifier" | openssl dgst -sha256 -binary | base64 | tr '+/' '-_' | tr -d '=')
     callback=$(curl -s -o /dev/null -w '%{redirect_url}' \

@@ -251,12 +251,25 @@ headless_sign_in_began() {
     grep -q '^pendingAuthVerifier=' "$HEADLESS_SETTINGS" 2>/dev/null || grep -qs 'connect' "$HEADLESS_SCRATCH/opened.log"
 }
 
+# Prints the verifier and the state of the browser sign-in Inkwarden has begun, on one line, once
+# both are in the settings file; fails after 30 seconds. The file is read in one go each time, as
+# Inkwarden may rewrite it in between. Generous: on a loaded machine a sanitized Inkwarden may be
+# busy loading its popover first.
+headless_pending_sign_in() {
+    local file=$1 settings verifier state
+    for _ in $(seq 600); do
+        settings=$(cat "$file" 2>/dev/null || true)
+        verifier=$(sed -n 's/^pendingAuthVerifier=//p' <<<"$settings")
+        state=$(sed -n 's/^pendingAuthState=//p' <<<"$settings")
+        [ -n "$verifier" ] && [ -n "$state" ] && { printf '%s %s\n' "$verifier" "$state"; return 0; }
+        sleep 0.05
+    done
+    return 1
+}
+
 headless_sign_in() {
     local app=$1 verifier state challenge callback
-    # Generous: on a loaded machine a sanitized Inkwarden may be busy loading its popover first.
-    for _ in $(seq 600); do grep -q '^pendingAuthVerifier=' "$HEADLESS_SETTINGS" && break; sleep 0.05; done
-    verifier=$(sed -n 's/^pendingAuthVerifier=//p' "$HEADLESS_SETTINGS")
-    state=$(sed -n 's/^pendingAuthState=//p' "$HEADLESS_SETTINGS")
+    read -r verifier state < <(headless_pending_sign_in "$HEADLESS_SETTINGS") || true
     [ -n "$verifier" ] && [ -n "$state" ] || { cat "$HEADLESS_APP_LOG" >&2; headless_die "Inkwarden started no sign-in"; }
     challenge=$(printf %s "$verifier" | openssl dgst -sha256 -binary | base64 | tr '+/' '-_' | tr -d '=')
     callback=$(curl -s -o /dev/null -w '%{redirect_url}' \

@@ -32,9 +32,14 @@ for _ in $(seq 100); do gdbus call --session --dest org.freedesktop.DBus --objec
 "$inkwarden" > "$work/first.log" 2>&1 &
 first=$!
 conf="$XDG_CONFIG_HOME/inkwarden/inkwarden.conf"
-for _ in $(seq 100); do grep -q '^pendingAuthVerifier=' "$conf" && break; sleep 0.05; done
-verifier=$(sed -n 's/^pendingAuthVerifier=//p' "$conf")
-state=$(sed -n 's/^pendingAuthState=//p' "$conf")
+# Both halves of the sign-in, from one reading of the file.
+for _ in $(seq 100); do
+    settings=$(cat "$conf" 2>/dev/null || true)
+    verifier=$(sed -n 's/^pendingAuthVerifier=//p' <<<"$settings")
+    state=$(sed -n 's/^pendingAuthState=//p' <<<"$settings")
+    [ -n "$verifier" ] && [ -n "$state" ] && break
+    sleep 0.05
+done
 [ -n "$verifier" ] && [ -n "$state" ] || { echo "no sign-in was started"; cat "$work/first.log"; exit 1; }
 challenge=$(printf %s "$verifier" | openssl dgst -sha256 -binary | base64 | tr '+/' '-_' | tr -d '=')
 
