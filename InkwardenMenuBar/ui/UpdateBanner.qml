@@ -55,10 +55,13 @@ Rectangle {
                 LinkButton {
                     objectName: "updateActionButton"
                     text: banner.updates.updateActionTitle
-                    enabled: banner.updates.canStartUpdateAction
+                    available: banner.updates.canStartUpdateAction
                     labelFont: Typography.make(Typography.captionSize, Font.DemiBold)
                     Layout.alignment: Qt.AlignRight
-                    onClicked: banner.updates.performUpdateAction()
+                    onClicked: {
+                        if (available)
+                            banner.updates.performUpdateAction()
+                    }
                 }
                 LinkButton {
                     objectName: "revealUpdateButton"

@@ -315,6 +315,11 @@ void TestDashboard::updateBannerButtonIsDisabledWhileDownloading()
     show();
     QVERIFY(!enabled(QStringLiteral("updateActionButton")));
     QCOMPARE(text(QStringLiteral("updateActionButton")), QString(QStringLiteral("Downloading") + QChar(0x2026)));
+    // A click on it starts nothing more.
+    QVERIFY(click(QStringLiteral("updateActionButton")));
+    QTest::qWait(200);
+    QVERIFY(fixture->desktop.openedFiles.isEmpty());
+    QVERIFY(store.isDownloadingUpdate());
 }
 
 void TestDashboard::earningsCardShowsTheHighlightedFigure()

@@ -106,6 +106,7 @@ private Q_SLOTS:
     void updatePromptShownAsTheDashboardAppearsGivesTheFocusToThePeriod();
     void aControlGreyedOutWithTheFocusPassesItOn();
     void connectKeepsTheFocusWhileItConnects();
+    void theBannersUpdateKeepsTheFocusWhileItDownloads();
 
     // Whole changes.
     void settingsChangedByKeysAlone();
@@ -764,6 +765,29 @@ void TestKeyboard::connectKeepsTheFocusWhileItConnects()
     store.session().setIsLoading(false);
     view->settle();
     QCOMPARE(focusedName(), QStringLiteral("connectButton"));
+}
+
+void TestKeyboard::theBannersUpdateKeepsTheFocusWhileItDownloads()
+{
+    RoyaltiesStore &store = fixture->makeConnectedStore();
+    store.updates().setLatestAppVersion(QStringLiteral("1.5.0"));
+    show();
+    QVERIFY(tabTo(QStringLiteral("updateActionButton")));
+    // Greyed out while the update downloads, the link keeps the focus, and a press does nothing.
+    store.updates().setIsDownloadingUpdate(true);
+    view->settle();
+    QVERIFY(!enabled(QStringLiteral("updateActionButton")));
+    QTest::qWait(50);
+    QCOMPARE(focusedName(), QStringLiteral("updateActionButton"));
+    press(Qt::Key_Space);
+    press(Qt::Key_Return);
+    view->settle();
+    QVERIFY(!store.isShowingUpdatePrompt());
+    QCOMPARE(fixture->desktop.openedFiles.size(), 0);
+    store.updates().setIsDownloadingUpdate(false);
+    view->settle();
+    QCOMPARE(focusedName(), QStringLiteral("updateActionButton"));
+    QVERIFY2(ringProblem().isEmpty(), qPrintable(ringProblem()));
 }
 
 void TestKeyboard::settingsChangedByKeysAlone()
