@@ -8,6 +8,7 @@
 #include "store/StoreSettings.h"
 #include "store/StoreStatus.h"
 
+#include <QAccessible>
 #include <QImage>
 #include <QSignalSpy>
 
@@ -142,6 +143,13 @@ private:
     {
         QTest::keyClick(view->window(), Qt::Key(key), modifiers);
         view->settle();
+    }
+    // What a screen reader is told of the control named so, beyond its name.
+    QString accessibleDescription(const QString &name)
+    {
+        QAccessible::setActive(true);
+        QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(view->find(name));
+        return accessible ? accessible->text(QAccessible::Description) : QStringLiteral("(not accessible)");
     }
     // Presses Tab until the control named so has the focus; false after `limit` presses.
     bool tabTo(const QString &name, int limit = 60)
@@ -425,6 +433,7 @@ void TestKeyboard::periodChangesWithTheArrowsAlone()
     // reader stays there), and the arrows choose nothing.
     QVERIFY(!enabled(QStringLiteral("periodPicker")));
     QCOMPARE(focusedName(), QStringLiteral("periodPickerSegment1"));
+    QCOMPARE(accessibleDescription(QStringLiteral("periodPickerSegment1")), QStringLiteral("Unavailable for now"));
     press(Qt::Key_Right);
     press(Qt::Key_Left);
     QCOMPARE(focusedName(), QStringLiteral("periodPickerSegment1"));
@@ -433,6 +442,7 @@ void TestKeyboard::periodChangesWithTheArrowsAlone()
     view->settle();
     QVERIFY(enabled(QStringLiteral("periodPicker")));
     QCOMPARE(focusedName(), QStringLiteral("periodPickerSegment1"));
+    QCOMPARE(accessibleDescription(QStringLiteral("periodPickerSegment1")), QString());
     QVERIFY2(ringProblem().isEmpty(), qPrintable(ringProblem()));
 
     press(Qt::Key_Right);
@@ -491,9 +501,12 @@ void TestKeyboard::refreshKeepsItsRingThroughTheCooldown()
     // Greyed out through the cooldown, it keeps the focus (a screen reader stays on it).
     QVERIFY(!view->find(QStringLiteral("refreshButton"))->property("available").toBool());
     QCOMPARE(focusedName(), QStringLiteral("refreshButton"));
+    // A screen reader is told why a press does nothing.
+    QCOMPARE(accessibleDescription(QStringLiteral("refreshButton")), QStringLiteral("Unavailable for now"));
     fixture->clock.advance(3s);
     view->settle();
     QCOMPARE(focusedName(), QStringLiteral("refreshButton"));
+    QCOMPARE(accessibleDescription(QStringLiteral("refreshButton")), QString());
     QVERIFY2(ringProblem().isEmpty(), qPrintable(ringProblem()));
     press(Qt::Key_Tab);
     QCOMPARE(focusedName(), QStringLiteral("openDashboardButton"));
@@ -779,6 +792,7 @@ void TestKeyboard::theBannersUpdateKeepsTheFocusWhileItDownloads()
     QVERIFY(!enabled(QStringLiteral("updateActionButton")));
     QTest::qWait(50);
     QCOMPARE(focusedName(), QStringLiteral("updateActionButton"));
+    QCOMPARE(accessibleDescription(QStringLiteral("updateActionButton")), QStringLiteral("Unavailable for now"));
     press(Qt::Key_Space);
     press(Qt::Key_Return);
     view->settle();
@@ -787,6 +801,7 @@ void TestKeyboard::theBannersUpdateKeepsTheFocusWhileItDownloads()
     store.updates().setIsDownloadingUpdate(false);
     view->settle();
     QCOMPARE(focusedName(), QStringLiteral("updateActionButton"));
+    QCOMPARE(accessibleDescription(QStringLiteral("updateActionButton")), QString());
     QVERIFY2(ringProblem().isEmpty(), qPrintable(ringProblem()));
 }
 
