@@ -6,7 +6,7 @@
     <message>
         <source>Unavailable for now</source>
         <extracomment>Told by screen readers of a control greyed out for a moment (while Inkwarden waits between requests, connects, checks or downloads); it comes back by itself.</extracomment>
-        <translation>Non disponibile al momento</translation>
+        <translation>Temporaneamente non disponibile</translation>
     </message>
 </context>
 <context>
