@@ -2,14 +2,6 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="es">
 <context>
-    <name>Accessibility</name>
-    <message>
-        <source>Unavailable for now</source>
-        <extracomment>Told by screen readers of a control greyed out for a moment (while Inkwarden waits between requests, connects, checks or downloads); it comes back by itself.</extracomment>
-        <translation>Temporalmente no disponible</translation>
-    </message>
-</context>
-<context>
     <name>AppUpdates</name>
     <message>
         <source>The downloaded installer could not be found. Download the update again.</source>

@@ -15,9 +15,6 @@ AbstractButton {
     padding: 2
     Accessible.name: text
     Accessible.role: Accessible.Link
-    //: Told by screen readers of a control greyed out for a moment (while Inkwarden waits between
-    //: requests, connects, checks or downloads); it comes back by itself.
-    Accessible.description: available ? "" : qsTranslate("Accessibility", "Unavailable for now")
     // A screen reader's "press" follows the link, as a click does.
     Accessible.onPressAction: if (enabled && available) clicked()
 

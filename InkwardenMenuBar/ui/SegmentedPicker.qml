@@ -64,10 +64,6 @@ Rectangle {
                 Layout.preferredWidth: 1
                 Accessible.name: text
                 Accessible.checked: checked
-                //: Told by screen readers of a control greyed out for a moment (while Inkwarden
-                //: waits between requests, connects, checks or downloads); it comes back by itself.
-                Accessible.description: picker.available ? ""
-                                                         : qsTranslate("Accessibility", "Unavailable for now")
                 // A screen reader's "press" chooses the segment, as a click does, unless greyed out.
                 Accessible.onPressAction: if (enabled) clicked()
                 Accessible.onToggleAction: if (enabled) clicked()

@@ -38,10 +38,7 @@ Button {
     ToolTip.delay: 600
     Accessible.name: iconOnly ? toolTip : text
     Accessible.role: Accessible.Button
-    // Greyed out, it says so: a press does nothing until it comes back.
-    //: Told by screen readers of a control greyed out for a moment (while Inkwarden waits between
-    //: requests, connects, checks or downloads); it comes back by itself.
-    Accessible.description: available ? accessibleDescription : qsTranslate("Accessibility", "Unavailable for now")
+    Accessible.description: accessibleDescription
     // A screen reader's "press" clicks, as the pointer and the keyboard do, unless greyed out.
     Accessible.onPressAction: if (enabled && available) clicked()
 

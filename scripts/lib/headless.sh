@@ -252,12 +252,13 @@ headless_sign_in_began() {
 }
 
 # Prints the verifier and the state of the browser sign-in Inkwarden has begun, on one line, once
-# both are in the settings file; fails after 30 seconds. The file is read in one go each time, as
-# Inkwarden may rewrite it in between. Generous: on a loaded machine a sanitized Inkwarden may be
-# busy loading its popover first.
+# both are in the settings file; after 30 seconds without them, prints nothing and fails. The file
+# is read in one go each time, as Inkwarden may rewrite it in between. Generous: on a loaded machine
+# a sanitized Inkwarden may be busy loading its popover first.
 headless_pending_sign_in() {
-    local file=$1 settings verifier state
-    for _ in $(seq 600); do
+    local file=$1 settings verifier state start
+    start=$(date +%s)
+    while [ $(($(date +%s) - start)) -lt 30 ]; do
         settings=$(cat "$file" 2>/dev/null || true)
         verifier=$(sed -n 's/^pendingAuthVerifier=//p' <<<"$settings")
         state=$(sed -n 's/^pendingAuthState=//p' <<<"$settings")

@@ -54,7 +54,7 @@ kill -0 "$first" || { echo "the first Inkwarden is gone"; exit 1; }
 
 for _ in $(seq 200); do grep -q '^accountID=' "$conf" && break; sleep 0.05; done
 grep -q '^accountID=acct-' "$conf" || { echo "not connected:"; cat "$conf"; cat "$work/first.log"; exit 1; }
-grep -q '^pendingAuthState=' "$conf" && { echo "pending sign-in left behind"; exit 1; }
+grep -qE '^pendingAuth(State|Verifier)=' "$conf" && { echo "pending sign-in left behind"; exit 1; }
 key=$(gdbus call --session --dest org.freedesktop.secrets --object-path /org/freedesktop/secrets \
     --method org.freedesktop.Secret.Service.SearchItems "{'server': 'com.inkwarden.menubar'}" 2>&1 || true)
 echo "keyring items: $key"

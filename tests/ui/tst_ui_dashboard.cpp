@@ -94,7 +94,7 @@ private Q_SLOTS:
     void updateBannerOnlyWhileAnUpdateIsAvailable();
     void updateBannerDownloadsWhenNothingIsDownloaded();
     void updateBannerOpensAndRevealsADownloadedUpdate();
-    void updateBannerButtonIsDisabledWhileDownloading();
+    void updateBannerButtonIsGreyedOutWhileDownloading();
 
     // Earnings card.
     void earningsCardShowsTheHighlightedFigure();
@@ -307,10 +307,12 @@ void TestDashboard::updateBannerOpensAndRevealsADownloadedUpdate()
     QVERIFY(!store.isDownloadingUpdate());
 }
 
-void TestDashboard::updateBannerButtonIsDisabledWhileDownloading()
+void TestDashboard::updateBannerButtonIsGreyedOutWhileDownloading()
 {
     RoyaltiesStore &store = fixture->makeConnectedStore();
     store.updates().setLatestAppVersion(QStringLiteral("1.5.0"));
+    // An installer an earlier download left, which a click would open.
+    store.updates().setDownloadedUpdateURL(QUrl::fromLocalFile(fixture->cacheFolder() + u"/Inkwarden-1.4.9.deb"));
     store.updates().setIsDownloadingUpdate(true);
     show();
     QVERIFY(!enabled(QStringLiteral("updateActionButton")));

@@ -8,7 +8,6 @@
 #include "store/StoreSettings.h"
 #include "store/StoreStatus.h"
 
-#include <QAccessible>
 #include <QImage>
 #include <QSignalSpy>
 
@@ -143,13 +142,6 @@ private:
     {
         QTest::keyClick(view->window(), Qt::Key(key), modifiers);
         view->settle();
-    }
-    // What a screen reader is told of the control named so, beyond its name.
-    QString accessibleDescription(const QString &name)
-    {
-        QAccessible::setActive(true);
-        QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(view->find(name));
-        return accessible ? accessible->text(QAccessible::Description) : QStringLiteral("(not accessible)");
     }
     // Presses Tab until the control named so has the focus; false after `limit` presses.
     bool tabTo(const QString &name, int limit = 60)
@@ -433,7 +425,6 @@ void TestKeyboard::periodChangesWithTheArrowsAlone()
     // reader stays there), and the arrows choose nothing.
     QVERIFY(!enabled(QStringLiteral("periodPicker")));
     QCOMPARE(focusedName(), QStringLiteral("periodPickerSegment1"));
-    QCOMPARE(accessibleDescription(QStringLiteral("periodPickerSegment1")), QStringLiteral("Unavailable for now"));
     press(Qt::Key_Right);
     press(Qt::Key_Left);
     QCOMPARE(focusedName(), QStringLiteral("periodPickerSegment1"));
@@ -442,7 +433,6 @@ void TestKeyboard::periodChangesWithTheArrowsAlone()
     view->settle();
     QVERIFY(enabled(QStringLiteral("periodPicker")));
     QCOMPARE(focusedName(), QStringLiteral("periodPickerSegment1"));
-    QCOMPARE(accessibleDescription(QStringLiteral("periodPickerSegment1")), QString());
     QVERIFY2(ringProblem().isEmpty(), qPrintable(ringProblem()));
 
     press(Qt::Key_Right);
@@ -501,12 +491,9 @@ void TestKeyboard::refreshKeepsItsRingThroughTheCooldown()
     // Greyed out through the cooldown, it keeps the focus (a screen reader stays on it).
     QVERIFY(!view->find(QStringLiteral("refreshButton"))->property("available").toBool());
     QCOMPARE(focusedName(), QStringLiteral("refreshButton"));
-    // A screen reader is told why a press does nothing.
-    QCOMPARE(accessibleDescription(QStringLiteral("refreshButton")), QStringLiteral("Unavailable for now"));
     fixture->clock.advance(3s);
     view->settle();
     QCOMPARE(focusedName(), QStringLiteral("refreshButton"));
-    QCOMPARE(accessibleDescription(QStringLiteral("refreshButton")), QString());
     QVERIFY2(ringProblem().isEmpty(), qPrintable(ringProblem()));
     press(Qt::Key_Tab);
     QCOMPARE(focusedName(), QStringLiteral("openDashboardButton"));
@@ -786,13 +773,14 @@ void TestKeyboard::theBannersUpdateKeepsTheFocusWhileItDownloads()
     store.updates().setLatestAppVersion(QStringLiteral("1.5.0"));
     show();
     QVERIFY(tabTo(QStringLiteral("updateActionButton")));
-    // Greyed out while the update downloads, the link keeps the focus, and a press does nothing.
+    // Greyed out while the update downloads, the link keeps the focus, and a press does nothing
+    // (pressed, it would open the installer an earlier download left).
+    store.updates().setDownloadedUpdateURL(QUrl::fromLocalFile(fixture->cacheFolder() + u"/Inkwarden-1.4.9.deb"));
     store.updates().setIsDownloadingUpdate(true);
     view->settle();
     QVERIFY(!enabled(QStringLiteral("updateActionButton")));
     QTest::qWait(50);
     QCOMPARE(focusedName(), QStringLiteral("updateActionButton"));
-    QCOMPARE(accessibleDescription(QStringLiteral("updateActionButton")), QStringLiteral("Unavailable for now"));
     press(Qt::Key_Space);
     press(Qt::Key_Return);
     view->settle();
@@ -801,7 +789,6 @@ void TestKeyboard::theBannersUpdateKeepsTheFocusWhileItDownloads()
     store.updates().setIsDownloadingUpdate(false);
     view->settle();
     QCOMPARE(focusedName(), QStringLiteral("updateActionButton"));
-    QCOMPARE(accessibleDescription(QStringLiteral("updateActionButton")), QString());
     QVERIFY2(ringProblem().isEmpty(), qPrintable(ringProblem()));
 }
 
