@@ -182,10 +182,7 @@ Item {
                             large: true
                             available: !view.store.isLoading
                             Layout.fillWidth: true
-                            onClicked: {
-                                if (available)
-                                    view.store.connect()
-                            }
+                            onTriggered: view.store.connect()
                         }
                     }
                 }

@@ -263,10 +263,7 @@ Item {
                 text: qsTr("Refresh")
                 symbol: "arrow.clockwise"
                 available: view.store.canRequestSummary
-                onClicked: {
-                    if (available)
-                        view.store.refresh()
-                }
+                onTriggered: view.store.refresh()
             }
             SymbolButton {
                 objectName: "openDashboardButton"

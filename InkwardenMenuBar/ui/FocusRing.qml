@@ -7,8 +7,9 @@ import QtQuick.Templates as T
 //
 // It shows while the control has the focus from the keyboard (Tab, Shift+Tab, the arrows of a
 // picker or a list), never after a click; a text field shows it whenever it has the focus, since
-// what is typed goes there. Refresh while its request runs and the period picker during the
-// cooldown look greyed out but keep the focus and their ring. A control whose ring shows is scrolled into view, whatever scrolls it; one that takes the
+// what is typed goes there. A control greyed out for a moment by its own press (`available` false:
+// Refresh while its request runs, the period picker during the cooldown) keeps the focus and its
+// ring. A control whose ring shows is scrolled into view, whatever scrolls it; one that takes the
 // focus without showing it (where a screen starts, a click) stays where it is.
 Rectangle {
     id: ring

@@ -3,12 +3,13 @@ import QtQuick.Controls.Fusion
 
 // A link-style button: accent-coloured text, no frame. `available` false greys it out as `enabled`
 // false does, but it keeps the keyboard focus (a screen reader stays on it): for a link that greys
-// out as it is pressed, whose clicks then want `if (available)`.
+// out as it is pressed, which acts on `triggered`, a click while available.
 AbstractButton {
     id: control
     property bool available: true
     property font labelFont: Typography.caption
     property color linkColor: Theme.accent
+    signal triggered()
 
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
@@ -17,6 +18,7 @@ AbstractButton {
     Accessible.role: Accessible.Link
     // A screen reader's "press" follows the link, as a click does.
     Accessible.onPressAction: if (enabled && available) clicked()
+    onClicked: if (available) triggered()
 
     contentItem: Label {
         text: control.text

@@ -451,10 +451,7 @@ Item {
                                     available: view.updates.canCheckForUpdates
                                     labelFont: Typography.callout
                                     Layout.alignment: Qt.AlignRight
-                                    onClicked: {
-                                        if (available)
-                                            view.store.checkForUpdates()
-                                    }
+                                    onTriggered: view.store.checkForUpdates()
                                 }
                                 SymbolButton {
                                     objectName: "installUpdateButton"
@@ -463,10 +460,7 @@ Item {
                                     available: view.updates.canStartUpdateAction
                                     labelFont: Typography.callout
                                     Layout.alignment: Qt.AlignRight
-                                    onClicked: {
-                                        if (available)
-                                            view.updates.performUpdateAction()
-                                    }
+                                    onTriggered: view.updates.performUpdateAction()
                                 }
                                 LinkButton {
                                     objectName: "revealUpdateButton"

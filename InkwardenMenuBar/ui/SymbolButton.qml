@@ -6,7 +6,7 @@ import QtQuick.Layouts
 // is also its accessible name). `prominent` fills it with the accent colour; `large` is the tall
 // control size; `busy` shows a small spinner in place of the symbol. `available` false greys it
 // out as `enabled` false does, but it keeps the keyboard focus (a screen reader stays on it): for a
-// button that greys out as it is pressed, whose clicks then want `if (available)`.
+// button that greys out as it is pressed. Such a button acts on `triggered`, a click while available.
 Button {
     id: control
     property string symbol
@@ -16,6 +16,7 @@ Button {
     property bool busy: false
     property bool available: true
     property string toolTip
+    signal triggered()
     // For screen readers, where the name alone does not say enough (an icon-only button).
     property string accessibleDescription
     property color foreground: prominent ? Theme.accentText : Theme.text
@@ -41,6 +42,7 @@ Button {
     Accessible.description: accessibleDescription
     // A screen reader's "press" clicks, as the pointer and the keyboard do, unless greyed out.
     Accessible.onPressAction: if (enabled && available) clicked()
+    onClicked: if (available) triggered()
 
     contentItem: RowLayout {
         spacing: 6

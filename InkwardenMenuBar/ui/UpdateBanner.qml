@@ -58,10 +58,7 @@ Rectangle {
                     available: banner.updates.canStartUpdateAction
                     labelFont: Typography.make(Typography.captionSize, Font.DemiBold)
                     Layout.alignment: Qt.AlignRight
-                    onClicked: {
-                        if (available)
-                            banner.updates.performUpdateAction()
-                    }
+                    onTriggered: banner.updates.performUpdateAction()
                 }
                 LinkButton {
                     objectName: "revealUpdateButton"

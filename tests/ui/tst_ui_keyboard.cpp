@@ -143,6 +143,15 @@ private:
         QTest::keyClick(view->window(), Qt::Key(key), modifiers);
         view->settle();
     }
+    // Whether the update prompt shows (waiting for it a while) with the focus on its Download.
+    bool updatePromptHasTheFocus()
+    {
+        if (!QTest::qWaitFor([this] { return shown(QStringLiteral("updatePromptDownload")); })) {
+            return false;
+        }
+        view->settle();
+        return focusedName() == u"updatePromptDownload";
+    }
     // Presses Tab until the control named so has the focus; false after `limit` presses.
     bool tabTo(const QString &name, int limit = 60)
     {
@@ -668,9 +677,7 @@ void TestKeyboard::updatePromptTakesTheFocusAndEnterDownloads()
     QObject *content = view->item(QStringLiteral("content"))->childItems().first();
     QSignalSpy close(content, SIGNAL(closeRequested()));
     store.updates().setIsShowingUpdatePrompt(true);
-    QTRY_VERIFY(shown(QStringLiteral("updatePromptDownload")));
-    view->settle();
-    QCOMPARE(focusedName(), QStringLiteral("updatePromptDownload"));
+    QVERIFY(updatePromptHasTheFocus());
     press(Qt::Key_Backtab);
     QCOMPARE(focusedName(), QStringLiteral("updatePromptLater"));
     QVERIFY2(ringProblem().isEmpty(), qPrintable(ringProblem()));
@@ -684,9 +691,7 @@ void TestKeyboard::updatePromptTakesTheFocusAndEnterDownloads()
     // The focus is back where it was.
     QTRY_COMPARE(focusedName(), QStringLiteral("periodPickerSegment0"));
     store.updates().setIsShowingUpdatePrompt(true);
-    QTRY_VERIFY(shown(QStringLiteral("updatePromptDownload")));
-    view->settle();
-    QCOMPARE(focusedName(), QStringLiteral("updatePromptDownload"));
+    QVERIFY(updatePromptHasTheFocus());
     press(Qt::Key_Return);
     QTRY_VERIFY(!store.isShowingUpdatePrompt());
     QTRY_COMPARE(fixture->desktop.openedFiles.size(), 1);
@@ -698,9 +703,7 @@ void TestKeyboard::updatePromptKeepsTheFocusWhenThePopoverOpensAgain()
     store.updates().setLatestAppVersion(QStringLiteral("1.5.0"));
     store.updates().setIsShowingUpdatePrompt(true);
     show();
-    QTRY_VERIFY(shown(QStringLiteral("updatePromptDownload")));
-    view->settle();
-    QCOMPARE(focusedName(), QStringLiteral("updatePromptDownload"));
+    QVERIFY(updatePromptHasTheFocus());
     QVERIFY(reopen());
     QCOMPARE(focusedName(), QStringLiteral("updatePromptDownload"));
     // Dismissed, it gives the focus to the screen's first control.
@@ -718,9 +721,7 @@ void TestKeyboard::updatePromptShownAsTheDashboardAppearsGivesTheFocusToThePerio
     QCOMPARE(focusedName(), QStringLiteral("signInButton"));
     store.session().setIsConnected(true);
     store.updates().setIsShowingUpdatePrompt(true);
-    QTRY_VERIFY(shown(QStringLiteral("updatePromptDownload")));
-    view->settle();
-    QCOMPARE(focusedName(), QStringLiteral("updatePromptDownload"));
+    QVERIFY(updatePromptHasTheFocus());
     press(Qt::Key_Escape);
     QTRY_VERIFY(!store.isShowingUpdatePrompt());
     QTRY_COMPARE(focusedName(), QStringLiteral("periodPickerSegment0"));
